@@ -1,0 +1,53 @@
+# Two commands matter: `make run` and `make test`. Both install what is missing
+# first (scripts/setup), so they work on a fresh Debian 12 machine.
+SHELL := /bin/bash
+.DEFAULT_GOAL := run
+
+SANITIZE ?= 0
+JOBS ?= $(shell nproc)
+FUZZ_SECONDS ?= 60
+ifeq ($(SANITIZE),1)
+  BUILD_DIR := build/asan
+  CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=Debug -DVIMBO_SANITIZE=ON
+else
+  BUILD_DIR := build/release
+  CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=Release
+endif
+VIMBO := $(BUILD_DIR)/src/vimbo
+
+.PHONY: setup configure build run test bench fuzz install format clean
+
+setup:
+	@scripts/setup
+
+configure: setup
+	@cmake -S . -B $(BUILD_DIR) -G Ninja $(CMAKE_FLAGS) >/dev/null
+
+build: configure
+	@cmake --build $(BUILD_DIR) -j $(JOBS)
+
+run: build
+	@scripts/run-vimbo $(VIMBO)
+
+test: build
+	@cd $(BUILD_DIR) && ctest --output-on-failure -j $(JOBS) --timeout 900
+
+bench: setup
+	@cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DVIMBO_APP=OFF >/dev/null
+	@cmake --build build/bench -j $(JOBS)
+	@for b in build/bench/bench/bench_*; do [ -x "$$b" ] && "$$b" || exit 1; done
+
+fuzz: setup
+	@CC=clang CXX=clang++ cmake -S . -B build/fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	    -DVIMBO_FUZZ=ON -DVIMBO_APP=OFF -DVIMBO_BENCH=OFF >/dev/null
+	@cmake --build build/fuzz -j $(JOBS)
+	@scripts/run-fuzzers build/fuzz/fuzz $(FUZZ_SECONDS)
+
+install: build
+	@cmake --install $(BUILD_DIR)
+
+format:
+	@git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+clean:
+	@rm -rf build out

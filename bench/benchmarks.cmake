@@ -1,0 +1,1 @@
+# vimbo_bench(<name> SOURCES ... DEPS ...) per benchmark program.

@@ -1,0 +1,16 @@
+# Fails when a folder other than app/ includes a Qt header: the core must build
+# and run without a GUI.
+file(GLOB_RECURSE sources ${SRC}/*.h ${SRC}/*.cpp)
+set(offenders "")
+foreach(source ${sources})
+    if(source MATCHES "/src/app/")
+        continue()
+    endif()
+    file(STRINGS ${source} lines REGEX "^[ \t]*#[ \t]*include[ \t]*[<\"]Q")
+    if(lines)
+        list(APPEND offenders ${source})
+    endif()
+endforeach()
+if(offenders)
+    message(FATAL_ERROR "Qt included outside src/app: ${offenders}")
+endif()
