@@ -1,1 +1,0 @@
-# vimbo_bench(<name> SOURCES ... DEPS ...) per benchmark program.

@@ -1,1 +1,0 @@
-# vimbo_fuzz(<name> SOURCES ... DEPS ...) per parser; corpus seeds in fuzz/corpus/<name>/.
