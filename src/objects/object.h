@@ -13,6 +13,7 @@ namespace ZoFlash {
 class ZoSWFShape;
 }
 class TeskSWFMovie;
+class TeskFieldVisitor;
 class ZoFolderFile;
 
 /// Kind codes, as stored at the head of every object record.
@@ -58,6 +59,8 @@ class TeskObject {
     /// The object's own record, inside the object's folder.
     virtual void Read(ZoFolderFile& file) = 0;
     virtual void Write(ZoFolderFile& file) const = 0;
+    /// Every stored field by its code name (JSON projects, dumps, tests).
+    virtual void VisitFields(TeskFieldVisitor& visitor) = 0;
 
   private:
     int32_t type_;
