@@ -1,0 +1,64 @@
+#include "objects/object.h"
+
+#include "objects/graduated_object.h"
+#include "objects/image_object.h"
+#include "objects/solid_object.h"
+#include "platform/folder_file.h"
+#include "platform/zo_exception.h"
+
+namespace {
+
+/// The object a stored kind code stands for, with its defaults; null for
+/// codes that carry no object (3 and 4). Unknown codes, and kinds this build
+/// cannot make, fall back to the default picture so that a damaged or newer
+/// file still opens with something the user can replace.
+ZoAutoPtr<TeskObject> MakeDefaultObject(int32_t kind) {
+    switch (kind) {
+        case kTeskGraduatedObject:
+            return std::make_unique<TeskGraduatedObject>();
+        case kTeskSolidObject:
+            return std::make_unique<TeskSolidObject>();
+        case kTeskKeepObject:
+        case kTeskNoObject:
+            return nullptr;
+        default:
+            return std::make_unique<TeskImageObject>();
+    }
+}
+
+bool ReadsItsRecord(int32_t kind) noexcept {
+    return kind == kTeskImageObject || kind == kTeskGraduatedObject || kind == kTeskSolidObject;
+}
+
+}  // namespace
+
+void WriteObject(ZoFolderFile& file, const TeskObject* object) {
+    ZoFolderGuard folder(file, true);
+    file.WriteInt32(object ? object->GetType() : kTeskNoObject);
+    if (object)
+        object->Write(file);
+}
+
+void ReadObject(ZoFolderFile& file, ZoAutoPtr<TeskObject>& holder) {
+    int32_t kind = -1;
+    try {
+        ZoFolderGuard folder(file, false);
+        try {
+            kind = file.ReadInt32();
+        } catch (const ZoFileNonFatalException&) {
+            kind = -1;
+        }
+        if (kind == kTeskKeepObject) {
+            if (holder)
+                holder->Read(file);
+            return;
+        }
+        holder = MakeDefaultObject(kind);
+        if (holder && ReadsItsRecord(kind))
+            holder->Read(file);
+    } catch (const ZoFileNonFatalException&) {
+        // The slot's folder itself is missing: same as an unreadable code.
+        if (kind == -1)
+            holder = MakeDefaultObject(kind);
+    }
+}
