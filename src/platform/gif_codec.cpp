@@ -1,0 +1,185 @@
+// GIF through giflib, first frame only (an image object shows a still
+// picture). The transparent palette entry is kept as the picture's own
+// transparent colour rather than turned into alpha.
+#include "platform/image_codec_internal.h"
+
+#include <gif_lib.h>
+#include <algorithm>
+#include <cstring>
+
+namespace ZoImageCodec::Detail {
+namespace {
+
+struct MemoryReader {
+    std::span<const uint8_t> bytes;
+    std::size_t position = 0;
+};
+
+int ReadFromMemory(GifFileType* gif, GifByteType* target, int count) {
+    auto& reader = *static_cast<MemoryReader*>(gif->UserData);
+    const std::size_t available = reader.bytes.size() - reader.position;
+    const std::size_t copied = std::min(available, static_cast<std::size_t>(std::max(count, 0)));
+    std::memcpy(target, reader.bytes.data() + reader.position, copied);
+    reader.position += copied;
+    return static_cast<int>(copied);
+}
+
+class GifReader {
+  public:
+    explicit GifReader(std::span<const uint8_t> bytes) : reader_{bytes} {
+        int error = 0;
+        gif_ = DGifOpen(&reader_, ReadFromMemory, &error);
+        if (gif_ == nullptr) {
+            ThrowCorrupt("GIF", GifErrorString(error));
+        }
+    }
+    ~GifReader() {
+        int error = 0;
+        DGifCloseFile(gif_, &error);
+    }
+    GifReader(const GifReader&) = delete;
+    GifReader& operator=(const GifReader&) = delete;
+
+    GifFileType& operator*() const noexcept { return *gif_; }
+    GifFileType* operator->() const noexcept { return gif_; }
+
+    void Check(int result) const {
+        if (result != GIF_OK) {
+            ThrowCorrupt("GIF", GifErrorString(gif_->Error));
+        }
+    }
+
+  private:
+    MemoryReader reader_;
+    GifFileType* gif_ = nullptr;
+};
+
+// Reads the records up to the first image descriptor, remembering the
+// transparent index of a graphic control extension on the way.
+int ReadUpToFirstImage(GifReader& gif) {
+    int transparentIndex = NO_TRANSPARENT_COLOR;
+    for (;;) {
+        GifRecordType type = UNDEFINED_RECORD_TYPE;
+        gif.Check(DGifGetRecordType(&*gif, &type));
+        if (type == IMAGE_DESC_RECORD_TYPE) {
+            gif.Check(DGifGetImageDesc(&*gif));
+            return transparentIndex;
+        }
+        if (type != EXTENSION_RECORD_TYPE) {
+            ThrowCorrupt("GIF", "no image in the file");
+        }
+        int code = 0;
+        GifByteType* block = nullptr;
+        gif.Check(DGifGetExtension(&*gif, &code, &block));
+        if (code == GRAPHICS_EXT_FUNC_CODE && block != nullptr) {
+            GraphicsControlBlock control{};
+            gif.Check(DGifExtensionToGCB(block[0], block + 1, &control));
+            transparentIndex = control.TransparentColor;
+        }
+        while (block != nullptr) {
+            gif.Check(DGifGetExtensionNext(&*gif, &block));
+        }
+    }
+}
+
+// Rows in the order the file stores them: interlaced frames come in four
+// passes of every 8th, 8th, 4th and 2nd row.
+std::vector<int> RowOrder(int height, bool interlaced) {
+    std::vector<int> rows;
+    rows.reserve(static_cast<std::size_t>(height));
+    if (!interlaced) {
+        for (int y = 0; y < height; ++y) {
+            rows.push_back(y);
+        }
+        return rows;
+    }
+    constexpr int kStart[] = {0, 4, 2, 1};
+    constexpr int kStep[] = {8, 8, 4, 2};
+    for (int pass = 0; pass < 4; ++pass) {
+        for (int y = kStart[pass]; y < height; y += kStep[pass]) {
+            rows.push_back(y);
+        }
+    }
+    return rows;
+}
+
+void PutColour(uint8_t* pixel, const GifColorType& colour) noexcept {
+    pixel[0] = colour.Red;
+    pixel[1] = colour.Green;
+    pixel[2] = colour.Blue;
+    pixel[3] = 0xFF;
+}
+
+// Areas the first frame does not cover show the transparent colour when the
+// file has one, and are otherwise see-through.
+void FillUncovered(ZoDecodedImage& image, const ColorMapObject& map, int transparentIndex) {
+    if (transparentIndex == NO_TRANSPARENT_COLOR) {
+        return;  // MakeImage left every pixel as RGBA (0, 0, 0, 0)
+    }
+    for (std::size_t at = 0; at < image.rgba.size(); at += 4) {
+        PutColour(&image.rgba[at], map.Colors[transparentIndex]);
+    }
+}
+
+void ReadFrame(GifReader& gif, const ColorMapObject& map, ZoDecodedImage& image) {
+    const GifImageDesc& frame = gif->Image;
+    std::vector<GifPixelType> line(static_cast<std::size_t>(frame.Width));
+    const GifColorType black{0, 0, 0};
+    for (const int y : RowOrder(frame.Height, frame.Interlace)) {
+        gif.Check(DGifGetLine(&*gif, line.data(), frame.Width));
+        uint8_t* row =
+            &image.rgba[(static_cast<std::size_t>(frame.Top + y) * image.width + frame.Left) * 4];
+        for (int x = 0; x < frame.Width; ++x) {
+            // Indices past the palette are a common defect; they show black.
+            const bool known = line[x] < map.ColorCount;
+            PutColour(row + x * 4, known ? map.Colors[line[x]] : black);
+        }
+    }
+}
+
+}  // namespace
+
+ZoDecodedImage DecodeGif(std::span<const uint8_t> bytes) {
+    GifReader gif(bytes);
+    int transparentIndex = ReadUpToFirstImage(gif);
+    const GifImageDesc& frame = gif->Image;
+    const ColorMapObject* map = frame.ColorMap != nullptr ? frame.ColorMap : gif->SColorMap;
+    if (map == nullptr) {
+        ThrowCorrupt("GIF", "no colour table");
+    }
+    if (transparentIndex >= map->ColorCount) {
+        transparentIndex = NO_TRANSPARENT_COLOR;
+    }
+    // A first frame reaching past the logical screen widens the picture,
+    // as browsers do, rather than losing pixels.
+    const int64_t width = std::max<int64_t>(gif->SWidth, int64_t{frame.Left} + frame.Width);
+    const int64_t height = std::max<int64_t>(gif->SHeight, int64_t{frame.Top} + frame.Height);
+    if (frame.Width <= 0 || frame.Height <= 0 || frame.Left < 0 || frame.Top < 0) {
+        ThrowCorrupt("GIF", "empty image");
+    }
+    ZoDecodedImage image = MakeImage(width, height, ZoImageFormat::Gif);
+    FillUncovered(image, *map, transparentIndex);
+    ReadFrame(gif, *map, image);
+    if (transparentIndex != NO_TRANSPARENT_COLOR) {
+        const GifColorType& key = map->Colors[transparentIndex];
+        image.transparentColour = ZoRGB(key.Red, key.Green, key.Blue);
+    }
+    UpdateHasAlpha(image);
+    return image;
+}
+
+std::optional<ZoSize> PeekGifSize(std::span<const uint8_t> bytes) noexcept {
+    // The logical screen size sits right after the six signature bytes.
+    constexpr std::size_t kScreenEnd = 10;
+    if (bytes.size() < kScreenEnd) {
+        return std::nullopt;
+    }
+    const int32_t width = bytes[6] | bytes[7] << 8;
+    const int32_t height = bytes[8] | bytes[9] << 8;
+    if (!IsAcceptableSize(width, height)) {
+        return std::nullopt;
+    }
+    return ZoSize{width, height};
+}
+
+}  // namespace ZoImageCodec::Detail
