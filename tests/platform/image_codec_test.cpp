@@ -1,0 +1,399 @@
+#include <gtest/gtest.h>
+
+#include <png.h>
+#include <zlib.h>
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+
+#include "platform/image_codec.h"
+#include "platform/image_test_files.h"
+#include "platform/temp_directory.h"
+#include "platform/zo_exception.h"
+
+namespace {
+
+using ImageTestFiles::Bytes;
+using ImageTestFiles::GifSource;
+using ImageTestFiles::JpegSource;
+using ImageTestFiles::PngSource;
+
+struct Expected {
+    Expected(int32_t w, int32_t h, Bytes pixels, bool alpha = false,
+             COLORREF transparent = kZoNoColour)
+        : width(w),
+          height(h),
+          rgba(std::move(pixels)),
+          hasAlpha(alpha),
+          transparentColour(transparent) {}
+    int32_t width;
+    int32_t height;
+    Bytes rgba;
+    bool hasAlpha = false;
+    COLORREF transparentColour = kZoNoColour;
+};
+
+void ExpectImage(const ZoDecodedImage& image, const Expected& expected) {
+    EXPECT_EQ(image.width, expected.width);
+    EXPECT_EQ(image.height, expected.height);
+    EXPECT_EQ(image.rgba, expected.rgba);
+    EXPECT_EQ(image.hasAlpha, expected.hasAlpha);
+    EXPECT_EQ(image.transparentColour, expected.transparentColour);
+}
+
+// Largest difference of any channel; lossy formats are compared within it.
+int MaxDifference(const Bytes& a, const Bytes& b) {
+    int worst = a.size() == b.size() ? 0 : 256;
+    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
+        worst = std::max(worst, std::abs(int{a[i]} - int{b[i]}));
+    }
+    return worst;
+}
+
+// A smooth test picture (channels 0..255 over the surface), with `alpha`.
+Bytes Gradient(int width, int height, int components) {
+    Bytes samples;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const int values[] = {x * 255 / (width - 1), y * 255 / (height - 1),
+                                  (x + y) * 255 / (width + height - 2), 255};
+            samples.insert(samples.end(), values, values + components);
+        }
+    }
+    return samples;
+}
+
+struct PngCase {
+    const char* name;
+    PngSource source;
+    Expected expected;
+};
+
+class PngDecodeTest : public ::testing::TestWithParam<PngCase> {};
+
+TEST_P(PngDecodeTest, GivesStraightRgba) {
+    const PngCase& c = GetParam();
+    const ZoDecodedImage image = ZoImageCodec::Decode(ImageTestFiles::EncodePng(c.source));
+    EXPECT_EQ(image.format, ZoImageFormat::Png);
+    ExpectImage(image, c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Formats, PngDecodeTest,
+    ::testing::Values(
+        PngCase{"Rgb8",
+                {2, 1, PNG_COLOR_TYPE_RGB, 8, {10, 20, 30, 40, 50, 60}},
+                {2, 1, {10, 20, 30, 255, 40, 50, 60, 255}}},
+        PngCase{"Rgba8",
+                {2, 1, PNG_COLOR_TYPE_RGBA, 8, {1, 2, 3, 0, 4, 5, 6, 128}},
+                {2, 1, {1, 2, 3, 0, 4, 5, 6, 128}, true}},
+        PngCase{"Rgba8AllOpaqueHasNoAlpha",
+                {1, 1, PNG_COLOR_TYPE_RGBA, 8, {7, 8, 9, 255}},
+                {1, 1, {7, 8, 9, 255}}},
+        PngCase{"Grey8",
+                {3, 1, PNG_COLOR_TYPE_GRAY, 8, {0, 128, 255}},
+                {3, 1, {0, 0, 0, 255, 128, 128, 128, 255, 255, 255, 255, 255}}},
+        PngCase{"Grey2Packed",
+                {4, 1, PNG_COLOR_TYPE_GRAY, 2, {0x1B}},
+                {4, 1, {0, 0, 0, 255, 85, 85, 85, 255, 170, 170, 170, 255, 255, 255, 255, 255}}},
+        PngCase{"GreyAlpha8",
+                {1, 1, PNG_COLOR_TYPE_GRAY_ALPHA, 8, {200, 100}},
+                {1, 1, {200, 200, 200, 100}, true}},
+        PngCase{"Grey16",
+                {2, 1, PNG_COLOR_TYPE_GRAY, 16, {0x12, 0x34, 0xFF, 0xFF}},
+                {2, 1, {0x12, 0x12, 0x12, 255, 255, 255, 255, 255}}},
+        PngCase{"Rgb16",
+                {1, 1, PNG_COLOR_TYPE_RGB, 16, {0xFF, 0xFF, 0x80, 0x80, 0, 0}},
+                {1, 1, {255, 128, 0, 255}}},
+        PngCase{"Palette8",
+                {2, 1, PNG_COLOR_TYPE_PALETTE, 8, {1, 0}, {255, 0, 0, 0, 0, 255}},
+                {2, 1, {0, 0, 255, 255, 255, 0, 0, 255}}},
+        PngCase{"Palette1WithTransparentEntry",
+                {3, 1, PNG_COLOR_TYPE_PALETTE, 1, {0x40}, {9, 9, 9, 255, 255, 255}, {0}},
+                {3, 1, {9, 9, 9, 0, 255, 255, 255, 255, 9, 9, 9, 0}, true}},
+        PngCase{"RgbWithKeyColour",
+                {2, 1, PNG_COLOR_TYPE_RGB, 8, {10, 20, 30, 1, 2, 3}, {}, {10, 20, 30}},
+                {2, 1, {10, 20, 30, 0, 1, 2, 3, 255}, true}}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(PngDecode, InterlacedMatchesProgressiveRows) {
+    // 9 x 9 puts pixels into every one of the seven Adam7 passes.
+    PngSource source{9, 9, PNG_COLOR_TYPE_RGBA, 8, Gradient(9, 9, 4)};
+    source.interlaced = true;
+    const ZoDecodedImage interlaced = ZoImageCodec::Decode(ImageTestFiles::EncodePng(source));
+    EXPECT_EQ(interlaced.rgba, source.samples);
+    source.interlaced = false;
+    EXPECT_EQ(ZoImageCodec::Decode(ImageTestFiles::EncodePng(source)).rgba, interlaced.rgba);
+}
+
+struct JpegCase {
+    const char* name;
+    int components;
+    bool progressive;
+};
+
+class JpegDecodeTest : public ::testing::TestWithParam<JpegCase> {};
+
+TEST_P(JpegDecodeTest, MatchesWithinLossyTolerance) {
+    const JpegCase& c = GetParam();
+    const int width = 24;
+    const int height = 16;
+    // The expected RGBA picture, and the samples each kind of file stores for it.
+    Bytes expected = Gradient(width, height, 4);
+    JpegSource source{width, height, c.components, c.progressive, {}};
+    for (std::size_t i = 0; i < expected.size(); i += 4) {
+        if (c.components == 1) {
+            std::fill_n(&expected[i + 1], 2, expected[i]);
+        }
+        // Adobe CMYK is stored inverted (255 means no ink); with no black ink
+        // the colour is the C, M and Y values themselves.
+        const uint8_t cmyk[] = {expected[i], expected[i + 1], expected[i + 2], 255};
+        source.samples.insert(source.samples.end(), cmyk, cmyk + c.components);
+    }
+    const ZoDecodedImage image = ZoImageCodec::Decode(ImageTestFiles::EncodeJpeg(source));
+    EXPECT_EQ(image.format, ZoImageFormat::Jpeg);
+    EXPECT_EQ(image.width, width);
+    EXPECT_EQ(image.height, height);
+    EXPECT_FALSE(image.hasAlpha);
+    EXPECT_LE(MaxDifference(image.rgba, expected), 12);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, JpegDecodeTest,
+                         ::testing::Values(JpegCase{"Baseline", 3, false},
+                                           JpegCase{"Progressive", 3, true},
+                                           JpegCase{"Grey", 1, false},
+                                           JpegCase{"AdobeCmyk", 4, false}),
+                         [](const auto& info) { return info.param.name; });
+
+// Red, green, blue and white.
+const Bytes kFourColours = {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255};
+
+struct GifCase {
+    const char* name;
+    GifSource source;
+    Expected expected;
+};
+
+class GifDecodeTest : public ::testing::TestWithParam<GifCase> {};
+
+TEST_P(GifDecodeTest, GivesFirstFrame) {
+    const GifCase& c = GetParam();
+    const ZoDecodedImage image = ZoImageCodec::Decode(ImageTestFiles::EncodeGif(c.source));
+    EXPECT_EQ(image.format, ZoImageFormat::Gif);
+    ExpectImage(image, c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Layouts, GifDecodeTest,
+    ::testing::Values(
+        GifCase{"Plain",
+                {2, 2, 0, 0, 2, 2, false, -1, kFourColours, {0, 1, 2, 3}},
+                {2, 2, {255, 0, 0, 255, 0, 255, 0, 255, 0, 0, 255, 255, 255, 255, 255, 255}}},
+        GifCase{"TransparentIndexKeepsItsColourOpaque",
+                {2, 1, 0, 0, 2, 1, false, 1, kFourColours, {1, 3}},
+                {2, 1, {0, 255, 0, 255, 255, 255, 255, 255}, false, 0x0000FF00}},
+        GifCase{"Interlaced",
+                {1, 5, 0, 0, 1, 5, true, -1, kFourColours, {0, 1, 2, 3, 0}},
+                {1, 5, {255, 0,   0,   255, 0,   255, 0,   255, 0, 0,
+                        255, 255, 255, 255, 255, 255, 255, 0,   0, 255}}},
+        GifCase{"UncoveredScreenIsSeeThrough",
+                {3, 2, 1, 1, 1, 1, false, -1, kFourColours, {2}},
+                {3,
+                 2,
+                 {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 255, 255, 0, 0, 0, 0},
+                 true}},
+        GifCase{"UncoveredScreenTakesTransparentColour",
+                {2, 1, 1, 0, 1, 1, false, 3, kFourColours, {0}},
+                {2, 1, {255, 255, 255, 255, 255, 0, 0, 255}, false, 0x00FFFFFF}},
+        GifCase{"FrameBeyondScreenWidensPicture",
+                {1, 1, 1, 0, 1, 1, false, -1, kFourColours, {1}},
+                {2, 1, {0, 0, 0, 0, 0, 255, 0, 255}, true}}),
+    [](const auto& info) { return info.param.name; });
+
+// One small valid file of each format, for the failure tests.
+Bytes SmallPng() {
+    return ImageTestFiles::EncodePng({8, 8, PNG_COLOR_TYPE_RGB, 8, Gradient(8, 8, 3)});
+}
+Bytes SmallJpeg() {
+    return ImageTestFiles::EncodeJpeg({8, 8, 3, false, Gradient(8, 8, 3)});
+}
+Bytes SmallGif() {
+    return ImageTestFiles::EncodeGif({4, 4, 0, 0, 4, 4, false, -1, kFourColours, Bytes(16, 2)});
+}
+
+Bytes Cut(Bytes bytes, std::size_t keep) {
+    bytes.resize(std::min(keep, bytes.size()));
+    return bytes;
+}
+
+struct BadCase {
+    const char* name;
+    Bytes bytes;
+};
+
+class CorruptDataTest : public ::testing::TestWithParam<BadCase> {};
+
+TEST_P(CorruptDataTest, ThrowsZoException) {
+    EXPECT_THROW(ZoImageCodec::Decode(GetParam().bytes), ZoException);
+}
+
+Bytes FlipByte(Bytes bytes, std::size_t at) {
+    bytes[at] ^= 0x5A;
+    return bytes;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, CorruptDataTest,
+    ::testing::Values(BadCase{"Empty", {}}, BadCase{"Text", {'h', 'e', 'l', 'l', 'o'}},
+                      BadCase{"PngSignatureOnly", Cut(SmallPng(), 8)},
+                      BadCase{"PngCutInHeader", Cut(SmallPng(), 20)},
+                      BadCase{"PngCutInData", Cut(SmallPng(), SmallPng().size() / 2)},
+                      BadCase{"PngCutInLastChecksum", Cut(SmallPng(), SmallPng().size() - 14)},
+                      BadCase{"PngDamagedData", FlipByte(SmallPng(), SmallPng().size() - 20)},
+                      BadCase{"JpegMarkerOnly", Cut(SmallJpeg(), 3)},
+                      BadCase{"JpegCutInHeader", Cut(SmallJpeg(), 100)},
+                      BadCase{"JpegCutInData", Cut(SmallJpeg(), SmallJpeg().size() - 40)},
+                      BadCase{"GifSignatureOnly", Cut(SmallGif(), 6)},
+                      BadCase{"GifCutBeforeImage", Cut(SmallGif(), 13 + 12)},
+                      BadCase{"GifCutInData", Cut(SmallGif(), SmallGif().size() - 6)}),
+    [](const auto& info) { return info.param.name; });
+
+void PutBigEndian32(Bytes& bytes, std::size_t at, uint32_t value) {
+    for (int i = 0; i < 4; ++i) {
+        bytes[at + i] = static_cast<uint8_t>(value >> (24 - 8 * i));
+    }
+}
+
+// A valid PNG whose header claims another size (the CRC is made to match).
+Bytes PngClaiming(uint32_t width, uint32_t height) {
+    Bytes png = SmallPng();
+    PutBigEndian32(png, 16, width);
+    PutBigEndian32(png, 20, height);
+    PutBigEndian32(png, 29, static_cast<uint32_t>(crc32(0, png.data() + 12, 17)));
+    return png;
+}
+
+// A valid JPEG whose frame header claims another size.
+Bytes JpegClaiming(uint16_t width, uint16_t height) {
+    Bytes jpeg = SmallJpeg();
+    const uint8_t sof0[] = {0xFF, 0xC0};
+    const auto at = std::search(jpeg.begin(), jpeg.end(), sof0, sof0 + 2) - jpeg.begin();
+    jpeg[at + 5] = static_cast<uint8_t>(height >> 8);
+    jpeg[at + 6] = static_cast<uint8_t>(height);
+    jpeg[at + 7] = static_cast<uint8_t>(width >> 8);
+    jpeg[at + 8] = static_cast<uint8_t>(width);
+    return jpeg;
+}
+
+Bytes GifClaiming(uint16_t width, uint16_t height) {
+    Bytes gif = SmallGif();
+    gif[6] = static_cast<uint8_t>(width);
+    gif[7] = static_cast<uint8_t>(width >> 8);
+    gif[8] = static_cast<uint8_t>(height);
+    gif[9] = static_cast<uint8_t>(height >> 8);
+    return gif;
+}
+
+class HostileSizeTest : public ::testing::TestWithParam<BadCase> {};
+
+TEST_P(HostileSizeTest, IsRefusedBeforeDecoding) {
+    try {
+        ZoImageCodec::Decode(GetParam().bytes);
+        FAIL() << "decoded a picture of a hostile size";
+    } catch (const ZoException& e) {
+        EXPECT_NE(std::string(e.what()).find("too large"), std::string::npos) << e.what();
+    }
+    EXPECT_EQ(ZoImageCodec::PeekSize(GetParam().bytes), std::nullopt);
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, HostileSizeTest,
+                         ::testing::Values(BadCase{"PngTooWide", PngClaiming(70000, 1)},
+                                           BadCase{"PngTooManyPixels", PngClaiming(40000, 40000)},
+                                           BadCase{"JpegTooManyPixels", JpegClaiming(60000, 60000)},
+                                           BadCase{"GifTooManyPixels", GifClaiming(65535, 65535)}),
+                         [](const auto& info) { return info.param.name; });
+
+TEST(ImageCodec, DetectsFormatsAndPeeksSizesWithoutDecoding) {
+    const struct {
+        Bytes bytes;
+        ZoImageFormat format;
+        std::optional<ZoSize> size;
+    } cases[] = {
+        {SmallPng(), ZoImageFormat::Png, ZoSize{8, 8}},
+        {SmallJpeg(), ZoImageFormat::Jpeg, ZoSize{8, 8}},
+        {SmallGif(), ZoImageFormat::Gif, ZoSize{4, 4}},
+        {PngClaiming(300, 200), ZoImageFormat::Png, ZoSize{300, 200}},
+        {JpegClaiming(640, 480), ZoImageFormat::Jpeg, ZoSize{640, 480}},
+        {{'B', 'M', 0}, ZoImageFormat::Bmp, std::nullopt},
+        {{'G', 'I', 'F', '8', '9'}, ZoImageFormat::Unknown, std::nullopt},
+        {{0xFF, 0xD8}, ZoImageFormat::Unknown, std::nullopt},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(ZoImageCodec::DetectFormat(c.bytes), c.format);
+        EXPECT_EQ(ZoImageCodec::PeekSize(c.bytes), c.size);
+    }
+}
+
+class ImageFileTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        folder_ = ZoMakeTempFileName("");
+        std::filesystem::create_directories(folder_);
+    }
+    void TearDown() override { std::filesystem::remove_all(folder_); }
+
+    std::filesystem::path Write(const char* name, const Bytes& bytes) {
+        const std::filesystem::path path = folder_ / name;
+        std::ofstream(path, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()),
+                   static_cast<std::streamsize>(bytes.size()));
+        return path;
+    }
+
+    std::filesystem::path folder_;
+};
+
+TEST_F(ImageFileTest, LoadsByContentNotByExtension) {
+    const auto jpeg = Write("photo.png", SmallJpeg());
+    const auto png = Write("drawing.jpg", SmallPng());
+    EXPECT_TRUE(ZoImageCodec::IsJpegFile(jpeg));
+    EXPECT_FALSE(ZoImageCodec::IsJpegFile(png));
+    EXPECT_EQ(ZoImageCodec::Load(png).rgba, ZoImageCodec::Decode(SmallPng()).rgba);
+    EXPECT_EQ(ZoImageCodec::Load(jpeg).format, ZoImageFormat::Jpeg);
+    EXPECT_EQ(ZoImageCodec::PeekFileSize(png), (ZoSize{8, 8}));
+    EXPECT_EQ(ZoImageCodec::PeekFileSize(jpeg), (ZoSize{8, 8}));
+}
+
+TEST_F(ImageFileTest, FailuresNameTheFile) {
+    const auto missing = folder_ / "missing.png";
+    const auto broken = Write("broken.gif", Cut(SmallGif(), 20));
+    for (const auto& path : {missing, broken}) {
+        try {
+            ZoImageCodec::Load(path);
+            FAIL() << path;
+        } catch (const ZoException& e) {
+            EXPECT_NE(std::string(e.what()).find(path.string()), std::string::npos) << e.what();
+        }
+    }
+    EXPECT_FALSE(ZoImageCodec::IsJpegFile(missing));
+    EXPECT_EQ(ZoImageCodec::PeekFileSize(missing), std::nullopt);
+}
+
+TEST(BuiltInPicture, NamesChooseBetweenTwoOpaquePictures) {
+    const ZoDecodedImage& first = ZoBuiltInPicture("<PreviewImage1>");
+    const ZoDecodedImage& second = ZoBuiltInPicture("<PreviewImage2>");
+    for (const ZoDecodedImage* picture : {&first, &second}) {
+        EXPECT_EQ(picture->width, 182);
+        EXPECT_EQ(picture->height, 202);
+        EXPECT_FALSE(picture->hasAlpha);
+        EXPECT_EQ(picture->transparentColour, kZoNoColour);
+    }
+    EXPECT_NE(first.rgba, second.rgba);
+    EXPECT_EQ(&ZoBuiltInPicture("<Anything else>"), &first);
+    EXPECT_EQ(ZoImageCodec::PeekSize(std::span(
+                  reinterpret_cast<const uint8_t*>(ZoBuiltInPictureFile("<PreviewImage2>").data()),
+                  ZoBuiltInPictureFile("<PreviewImage2>").size())),
+              (ZoSize{182, 202}));
+}
+
+}  // namespace
