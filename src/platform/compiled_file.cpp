@@ -323,7 +323,9 @@ void ZoCompiledFile::ReadData(void* data, uint32_t length) {
             ZoFormat("Tried to read %u bytes with %u left in the folder", length,
                      static_cast<uint32_t>(cursor.folder->data.size() - cursor.readPosition)));
     }
-    std::memcpy(data, cursor.folder->data.data() + cursor.readPosition, length);
+    // memcpy may not be handed the null pointer of an empty buffer.
+    if (length > 0)
+        std::memcpy(data, cursor.folder->data.data() + cursor.readPosition, length);
     cursor.readPosition += length;
 }
 
@@ -331,7 +333,8 @@ void ZoCompiledFile::ReadData(void* data, uint32_t length, uint32_t& got) {
     Cursor& cursor = Current();
     got = std::min<uint32_t>(
         length, static_cast<uint32_t>(cursor.folder->data.size() - cursor.readPosition));
-    std::memcpy(data, cursor.folder->data.data() + cursor.readPosition, got);
+    if (got > 0)
+        std::memcpy(data, cursor.folder->data.data() + cursor.readPosition, got);
     cursor.readPosition += got;
 }
 
