@@ -1,0 +1,319 @@
+#include "geometry/poly_shape.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <random>
+#include <vector>
+
+#include "geometry/shape_measure.h"
+
+namespace {
+
+using vimbo_test::SignedArea;
+using vimbo_test::Winding;
+using ZoGeometry::ZoAffineMatrix;
+using ZoGeometry::ZoDoublePoint;
+using ZoGeometry::ZoDoubleRect;
+using ZoGeometry::ZoLineSide;
+using ZoGeometry::ZoPolyContour;
+using ZoGeometry::ZoPolyPointKind;
+using ZoGeometry::ZoPolyShape;
+
+void AddPolygon(ZoPolyShape& shape, const std::vector<ZoDoublePoint>& points) {
+    const int32_t contour = shape.AddContour();
+    for (size_t i = 0; i < points.size(); ++i)
+        shape.AddPoint(contour, i == 0 ? ZoPolyPointKind::kMove : ZoPolyPointKind::kLinear,
+                       points[i]);
+}
+
+// Clockwise on screen (y down), like every mesh triangle.
+ZoPolyShape Square(double size) {
+    ZoPolyShape shape;
+    AddPolygon(shape, {{0, 0}, {size, 0}, {size, size}, {0, size}});
+    return shape;
+}
+
+// An outer square and a square hole wound the other way, as a glyph's O is.
+ZoPolyShape SquareRing() {
+    ZoPolyShape shape;
+    AddPolygon(shape, {{-10, -10}, {10, -10}, {10, 10}, {-10, 10}});
+    AddPolygon(shape, {{-5, -5}, {-5, 5}, {5, 5}, {5, -5}});
+    return shape;
+}
+
+// The parabola from (0, 0) over the apex (5, −5) to (10, 0), closed by its chord.
+ZoPolyShape Arch() {
+    ZoPolyShape shape;
+    const int32_t contour = shape.AddContour();
+    shape.AddPoint(contour, ZoPolyPointKind::kMove, {0, 0});
+    shape.AddPoint(contour, ZoPolyPointKind::kQuadraticControl, {5, -10});
+    shape.AddPoint(contour, ZoPolyPointKind::kQuadratic, {10, 0});
+    return shape;
+}
+
+ZoPolyShape CutCopy(ZoPolyShape shape, ZoDoublePoint a, ZoDoublePoint b) {
+    shape.Cut(a, b);
+    return shape;
+}
+
+TEST(PolyShapeTest, CutsASquareByStraightLines) {
+    struct Case {
+        const char* name;
+        ZoDoublePoint a, b;
+        double area;
+        ZoDoubleRect bounds;
+    };
+    const Case cases[] = {
+        {"keeps the top half", {10, 5}, {0, 5}, 50, {0, 0, 10, 5}},
+        {"keeps the bottom half", {0, 5}, {10, 5}, 50, {0, 5, 10, 10}},
+        {"keeps the left half", {5, 0}, {5, 10}, 50, {0, 0, 5, 10}},
+        {"keeps a corner triangle", {5, 0}, {0, 5}, 12.5, {0, 0, 5, 5}},
+        {"cuts through two corners", {0, 0}, {10, 10}, 50, {0, 0, 10, 10}},
+        {"runs along an edge, inside kept", {0, 0}, {10, 0}, 100, {0, 0, 10, 10}},
+        {"runs along an edge, inside removed", {10, 0}, {0, 0}, 0, {}},
+        {"touches a corner only", {-5, 5}, {5, -5}, 100, {0, 0, 10, 10}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const ZoPolyShape cut = CutCopy(Square(10), c.a, c.b);
+        EXPECT_NEAR(SignedArea(cut), c.area, 1e-12);
+        EXPECT_EQ(cut.GetBounds(), c.bounds);
+        EXPECT_LE(cut.ContourCount(), 1);
+    }
+}
+
+TEST(PolyShapeTest, OutlineRunningAlongTheLineBetweenTheSidesIsCutOnce) {
+    // A step whose middle edge lies on y = 5, with material on both sides.
+    ZoPolyShape step;
+    AddPolygon(step, {{0, 0}, {10, 0}, {10, 5}, {15, 5}, {15, 10}, {0, 10}});
+    const ZoPolyShape bottom = CutCopy(step, {0, 5}, {20, 5});
+    ASSERT_EQ(bottom.ContourCount(), 1);
+    EXPECT_NEAR(SignedArea(bottom), 75.0, 1e-12);
+    EXPECT_EQ(bottom.GetBounds(), (ZoDoubleRect{0, 5, 15, 10}));
+    const ZoPolyShape top = CutCopy(step, {20, 5}, {0, 5});
+    ASSERT_EQ(top.ContourCount(), 1);
+    EXPECT_NEAR(SignedArea(top), 50.0, 1e-12);
+    EXPECT_EQ(top.GetBounds(), (ZoDoubleRect{0, 0, 10, 5}));
+}
+
+TEST(PolyShapeTest, LineThatMissesKeepsOrRemovesTheWhole) {
+    const ZoPolyShape square = Square(10);
+    ZoPolyShape kept = square;
+    EXPECT_FALSE(kept.Cut({100, -20}, {100, 20}));
+    EXPECT_EQ(kept, square);
+
+    ZoPolyShape removed = square;
+    EXPECT_TRUE(removed.Cut({100, 20}, {100, -20}));
+    EXPECT_EQ(removed.ContourCount(), 0);
+}
+
+TEST(PolyShapeTest, RingCutThroughItsCentreLeavesOneContour) {
+    for (const auto& [a, b] : {std::pair<ZoDoublePoint, ZoDoublePoint>{{20, 0}, {-20, 0}},
+                               {{-20, 0}, {20, 0}},
+                               {{0, -20}, {0, 20}},
+                               {{20, 20}, {-20, -20}}}) {
+        const ZoPolyShape half = CutCopy(SquareRing(), a, b);
+        ASSERT_EQ(half.ContourCount(), 1);
+        EXPECT_NEAR(SignedArea(half), (400.0 - 100.0) / 2.0, 1e-9);
+        // Off the line on the kept side: the hole stays empty, the ring filled.
+        const double length = std::hypot(b.x - a.x, b.y - a.y);
+        const ZoDoublePoint kept{(a.y - b.y) / length, (b.x - a.x) / length};
+        EXPECT_EQ(Winding(half, {2.5 * kept.x, 2.5 * kept.y}), 0);
+        EXPECT_NE(Winding(half, {7.5 * kept.x, 7.5 * kept.y}), 0);
+    }
+}
+
+TEST(PolyShapeTest, QuadraticCutAtItsApexSplitsIntoTwoCurvesMeetingOnTheLine) {
+    const ZoPolyShape left = CutCopy(Arch(), {5, -20}, {5, 10});
+    const ZoPolyShape right = CutCopy(Arch(), {5, 10}, {5, -20});
+    ASSERT_EQ(left.ContourCount(), 1);
+    ASSERT_EQ(right.ContourCount(), 1);
+
+    const auto curveEndingOnTheLine = [](const ZoPolyContour& contour) {
+        for (size_t i = 1; i < contour.size(); ++i) {
+            if (contour[i].kind == ZoPolyPointKind::kQuadratic &&
+                contour[i].point == ZoDoublePoint{5, -5})
+                return contour[i - 1].point;
+        }
+        return ZoDoublePoint{-1, -1};
+    };
+    EXPECT_EQ(curveEndingOnTheLine(left.Contour(0)), (ZoDoublePoint{2.5, -5}));
+    EXPECT_EQ(right.GetBounds(), (ZoDoubleRect{5, -5, 10, 0}));
+    const double whole = 2.0 / 3.0 * 50.0;
+    EXPECT_NEAR(SignedArea(left), whole / 2.0, 1e-12);
+    EXPECT_NEAR(SignedArea(right), whole / 2.0, 1e-12);
+}
+
+TEST(PolyShapeTest, QuadraticCrossedTwiceKeepsTheMiddleBetweenTheCrossings) {
+    // The line y = −2.5 crosses the arch at x = 5 ± 5/√2.
+    const ZoPolyShape cap = CutCopy(Arch(), {10, -2.5}, {0, -2.5});
+    ASSERT_EQ(cap.ContourCount(), 1);
+    const double half = 5.0 / std::numbers::sqrt2;
+    const ZoDoubleRect bounds = cap.GetBounds();
+    EXPECT_NEAR(bounds.left, 5 - half, 1e-12);
+    EXPECT_NEAR(bounds.right, 5 + half, 1e-12);
+    // The cap of the parabola y = −x(10 − x)/5 above y = −2.5.
+    EXPECT_NEAR(SignedArea(cap), 4.0 * half * half * half / 15.0, 1e-9);
+}
+
+TEST(PolyShapeTest, TransformAppliesScaleThenTranslationToEveryPoint) {
+    ZoPolyShape shape = Arch();
+    shape.Transform(ZoAffineMatrix::Scale(2, 3).Then(ZoAffineMatrix::Translate(100, 200)));
+    EXPECT_EQ(shape.GetBounds(), (ZoDoubleRect{100, 170, 120, 200}));
+    EXPECT_EQ(ZoPolyShape{}.GetBounds(), ZoDoubleRect{});
+}
+
+// Random shapes that stay simple: star polygons around the origin, whose
+// vertices advance in angle, optionally with a hole or with curved edges
+// whose control points stay inside the same angular wedge.
+class RandomShapes {
+  public:
+    explicit RandomShapes(uint32_t seed) : random_(seed) {}
+
+    ZoPolyShape Star(bool curved, bool ring) {
+        ZoPolyShape shape;
+        AddStar(shape, curved, 0.6, 1.0, false);
+        if (ring)
+            AddStar(shape, curved, 0.2, 0.4, true);
+        return shape;
+    }
+
+    // A line through a random point near the shape, in a random direction.
+    std::pair<ZoDoublePoint, ZoDoublePoint> Line() {
+        const ZoDoublePoint p{Uniform(-1.1, 1.1), Uniform(-1.1, 1.1)};
+        const double angle = Uniform(0.0, 2.0 * std::numbers::pi);
+        return {p, {p.x + std::cos(angle), p.y + std::sin(angle)}};
+    }
+
+    double Uniform(double lo, double hi) { return std::uniform_real_distribution(lo, hi)(random_); }
+
+  private:
+    ZoDoublePoint Polar(double angle, double radius) {
+        return {radius * std::cos(angle), radius * std::sin(angle)};
+    }
+
+    void AddStar(ZoPolyShape& shape, bool curved, double rMin, double rMax, bool reversed) {
+        const int n = std::uniform_int_distribution(12, 20)(random_);
+        const double step = 2.0 * std::numbers::pi / n;
+        const int32_t contour = shape.AddContour();
+        // Increasing angles run clockwise on screen because y grows downwards.
+        const double sense = reversed ? -1.0 : 1.0;
+        double previous = 0.0;
+        for (int i = 0; i < n; ++i) {
+            const double angle = sense * (i + Uniform(-0.3, 0.3)) * step;
+            if (curved && i > 0) {
+                const double control = previous + Uniform(0.2, 0.8) * (angle - previous);
+                shape.AddPoint(contour, ZoPolyPointKind::kQuadraticControl,
+                               Polar(control, Uniform(rMin, rMax)));
+            }
+            previous = angle;
+            const auto kind = i == 0   ? ZoPolyPointKind::kMove
+                              : curved ? ZoPolyPointKind::kQuadratic
+                                       : ZoPolyPointKind::kLinear;
+            shape.AddPoint(contour, kind, Polar(angle, Uniform(rMin, rMax)));
+        }
+    }
+
+    std::mt19937 random_;
+};
+
+struct ShapeKind {
+    const char* name;
+    bool curved;
+    bool ring;
+};
+constexpr ShapeKind kShapeKinds[] = {
+    {"star", false, false},
+    {"ring", false, true},
+    {"curved star", true, false},
+    {"curved ring", true, true},
+};
+
+TEST(PolyShapeCutPropertyTest, KeptAndRemovedPartsAddUpToTheWholeSeed1123) {
+    RandomShapes random(1123);
+    for (const ShapeKind& kind : kShapeKinds) {
+        SCOPED_TRACE(kind.name);
+        for (int trial = 0; trial < 200; ++trial) {
+            const ZoPolyShape whole = random.Star(kind.curved, kind.ring);
+            const auto [a, b] = random.Line();
+            const ZoPolyShape kept = CutCopy(whole, a, b);
+            const ZoPolyShape removed = CutCopy(whole, b, a);
+            ASSERT_NEAR(SignedArea(kept) + SignedArea(removed), SignedArea(whole), 1e-9)
+                << "trial " << trial;
+            for (const ZoPolyContour& contour : kept.Contours()) {
+                // A hole the line misses stays a hole, wound the other way.
+                if (!kind.ring) {
+                    EXPECT_GT(SignedArea(contour), 0.0) << "trial " << trial;
+                }
+                for (const auto& record : contour) {
+                    if (record.kind != ZoPolyPointKind::kQuadraticControl) {
+                        EXPECT_LE(ZoLineSide(a, b, record.point), 1e-12) << "trial " << trial;
+                    }
+                }
+            }
+        }
+    }
+}
+
+TEST(PolyShapeCutPropertyTest, EveryInsidePointLandsInExactlyOnePartSeed2026) {
+    RandomShapes random(2026);
+    for (const ShapeKind& kind : kShapeKinds) {
+        if (kind.curved)
+            continue;  // the winding count below follows straight edges only
+        SCOPED_TRACE(kind.name);
+        for (int trial = 0; trial < 100; ++trial) {
+            const ZoPolyShape whole = random.Star(false, kind.ring);
+            const auto [a, b] = random.Line();
+            const ZoPolyShape kept = CutCopy(whole, a, b);
+            const ZoPolyShape removed = CutCopy(whole, b, a);
+            for (int sample = 0; sample < 200; ++sample) {
+                const ZoDoublePoint p{random.Uniform(-1.05, 1.05), random.Uniform(-1.05, 1.05)};
+                if (std::abs(ZoLineSide(a, b, p)) < 1e-9)
+                    continue;
+                const bool inWhole = Winding(whole, p) != 0;
+                const bool inKept = Winding(kept, p) != 0;
+                const bool inRemoved = Winding(removed, p) != 0;
+                ASSERT_EQ(inWhole, inKept || inRemoved) << "trial " << trial;
+                ASSERT_FALSE(inKept && inRemoved) << "trial " << trial;
+                if (inKept) {
+                    ASSERT_LT(ZoLineSide(a, b, p), 0.0) << "trial " << trial;
+                }
+            }
+        }
+    }
+}
+
+TEST(PolyShapeCutPropertyTest, CutsByAConvexPolygonsEdgesLeaveTheirIntersectionSeed77) {
+    // Cutting by the four edges of a square one after the other must leave
+    // exactly the part of the shape inside it, whatever the edges' order.
+    RandomShapes random(77);
+    for (int trial = 0; trial < 100; ++trial) {
+        const ZoPolyShape whole = random.Star(true, true);
+        const double left = random.Uniform(-1.0, 0.5);
+        const double top = random.Uniform(-1.0, 0.5);
+        const double size = random.Uniform(0.1, 1.0);
+        const ZoDoublePoint corners[] = {
+            {left, top}, {left + size, top}, {left + size, top + size}, {left, top + size}};
+        ZoPolyShape inside = whole;
+        ZoPolyShape rotated = whole;
+        for (int edge = 0; edge < 4; ++edge) {
+            inside.Cut(corners[edge], corners[(edge + 1) % 4]);
+            rotated.Cut(corners[(edge + 2) % 4], corners[(edge + 3) % 4]);
+        }
+        ASSERT_NEAR(SignedArea(inside), SignedArea(rotated), 1e-9) << "trial " << trial;
+        for (const ZoPolyContour& contour : inside.Contours()) {
+            for (const auto& record : contour) {
+                if (record.kind == ZoPolyPointKind::kQuadraticControl)
+                    continue;
+                EXPECT_GE(record.point.x, left - 1e-12);
+                EXPECT_LE(record.point.x, left + size + 1e-12);
+                EXPECT_GE(record.point.y, top - 1e-12);
+                EXPECT_LE(record.point.y, top + size + 1e-12);
+            }
+        }
+    }
+}
+
+}  // namespace
