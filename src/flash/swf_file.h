@@ -47,12 +47,14 @@ class ZoFFile {
 
   private:
     void Begin();
+    void Finish();
     ZoRect rect_;
     Fixed8 frameRate_{12 << 8};
     std::filesystem::path path_;
     ZoFByteSink* sink_ = nullptr;
     std::unique_ptr<ZoFFileStream> stream_;
     int frameCount_ = 0;
+    size_t frameCountOffset_ = 0;
 };
 
 /// The writing context of one movie file: character ids, definitions.

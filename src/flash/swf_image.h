@@ -77,6 +77,11 @@ class ZoSWFImage : public ZoSWFEntity {
     /// DefineBitsJPEG2 from plain JPEG bytes (SOI..EOI).
     static ZoAutoPtr2<ZoFDefineBitsJPEG2Tag> MakeJPEGTag(int characterId,
                                                          std::span<const uint8_t> jpeg);
+    /// DefineBitsJPEG3 from plain JPEG bytes and one alpha byte per pixel
+    /// (compressed here).
+    static ZoAutoPtr2<ZoFDefineBitsJPEG3Tag> MakeJPEGAlphaTag(int characterId,
+                                                              std::span<const uint8_t> jpeg,
+                                                              std::span<const uint8_t> alpha);
 
   private:
     ImageOutputType outputType_ = kOutputNone;

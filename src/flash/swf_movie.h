@@ -49,6 +49,7 @@ class ZoSWFMovie {
     void WriteMovie(ZoFByteSink& sink);
 
   private:
+    void SetUp(ZoFFile& file) const;
     void WriteTo(ZoFFile& file);
     ZoString filename_;
     int width_, height_, frameRate_;

@@ -1,0 +1,60 @@
+#pragma once
+// Turns frames into control tags: each frame's display list is compared with
+// the one shown before it, and only the difference is written.
+#include <span>
+#include <vector>
+
+#include "flash/byte_stream.h"
+#include "flash/swf_sequence.h"
+#include "flash/swf_tags.h"
+
+namespace ZoFlash {
+
+class ZoSWFFile;
+
+/// Where control tags go: the movie's file or a sprite's body.
+class ZoFTagOutput {
+  public:
+    virtual ~ZoFTagOutput() = default;
+    virtual void PutTag(ZoFTagCode code, std::span<const uint8_t> body) = 0;
+};
+
+/// Writes the frames of one sequence in order, keeping the display list
+/// between calls.
+class ZoFSequenceWriter {
+  public:
+    ZoFSequenceWriter(ZoSWFFile& file, ZoFTagOutput& out) noexcept : file_(file), out_(out) {}
+
+    /// Defines every character `frame` places that `file` does not hold yet.
+    void DefineCharacters(const ZoSWFFrame& frame);
+    /// PlaceObject2 / RemoveObject2 for what changed, DoAction, ShowFrame.
+    /// Characters must already be defined.
+    void WriteFrame(const ZoSWFFrame& frame);
+    /// Ends the permanent placements of the sequence written so far, so
+    /// that the next sequence starts without them.
+    void ForgetPermanents() noexcept { permanents_.clear(); }
+
+  private:
+    struct Entry {
+        uint16_t depth;
+        const ZoSWFPlacement* placement;
+    };
+    void CollectFrame(const ZoSWFFrame& frame);
+    void MergePermanents();
+    void EmitDifferences();
+    void EmitPlace(const ZoSWFPlacement& now);
+    void EmitMove(const ZoSWFPlacement& before, const ZoSWFPlacement& now);
+    void EmitRemove(uint16_t depth);
+    void EmitActions(const ZoSWFFrame& frame);
+
+    ZoSWFFile& file_;
+    ZoFTagOutput& out_;
+    std::vector<Entry> shown_;       // the display list after the last frame
+    std::vector<Entry> permanents_;  // permanent placements still in force
+    std::vector<Entry> placed_;      // this frame's own placements, by depth
+    std::vector<Entry> next_;        // this frame's display list
+    std::vector<Entry> scratch_;
+    ZoFByteBuffer body_;
+};
+
+}  // namespace ZoFlash

@@ -1,0 +1,140 @@
+#include "flash/swf_records.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+#include "platform/zo_exception.h"
+
+namespace ZoFlash {
+namespace {
+
+int SignedBitsOf(std::initializer_list<int32_t> values) noexcept {
+    int bits = 0;
+    for (int32_t v : values)
+        bits = std::max(bits, ZoSignedBits(v));
+    return bits;
+}
+
+void PutStyleCount(ZoFByteBuffer& out, size_t count) {
+    if (count > 0xFFFF)
+        throw ZoException("A shape has more than 65535 fill or line styles.");
+    if (count < 0xFF) {
+        out.PutU8(static_cast<uint8_t>(count));
+        return;
+    }
+    out.PutU8(0xFF);
+    out.PutU16(static_cast<uint16_t>(count));
+}
+
+void WriteGradient(ZoFByteBuffer& out, const std::vector<ZoFGradientRecord>& stops,
+                   ZoFColourForm form) {
+    if (stops.empty() || stops.size() > 8)
+        throw ZoException("A gradient needs 1 to 8 colour stops.");
+    out.PutU8(static_cast<uint8_t>(stops.size()));
+    for (const ZoFGradientRecord& stop : stops) {
+        out.PutU8(stop.ratio);
+        ZoWriteRgba(out, stop.colour, form);
+    }
+}
+
+void WriteFillStyle(ZoFByteBuffer& out, const ZoFFillStyle& style, ZoFColourForm form) {
+    out.PutU8(static_cast<uint8_t>(style.type));
+    switch (style.type) {
+        case ZoFFillStyle::Type::kSolid:
+            ZoWriteRgba(out, style.colour, form);
+            break;
+        case ZoFFillStyle::Type::kLinearGradient:
+        case ZoFFillStyle::Type::kRadialGradient:
+            ZoWriteMatrix(out, style.matrix);
+            WriteGradient(out, style.gradient, form);
+            break;
+        case ZoFFillStyle::Type::kRepeatingBitmap:
+        case ZoFFillStyle::Type::kClippedBitmap:
+            out.PutU16(style.bitmapId);
+            ZoWriteMatrix(out, style.matrix);
+            break;
+    }
+}
+
+}  // namespace
+
+bool ZoFMatrixRecord::IsIdentity() const noexcept {
+    return *this == ZoFMatrixRecord{};
+}
+
+void ZoWriteRect(ZoFByteBuffer& out, const ZoFRectRecord& rect) {
+    const int bits =
+        SignedBitsOf({rect.xMin.value, rect.xMax.value, rect.yMin.value, rect.yMax.value});
+    ZoFBitWriter w(out);
+    w.PutUnsigned(bits, 5);
+    w.PutSigned(rect.xMin.value, bits);
+    w.PutSigned(rect.xMax.value, bits);
+    w.PutSigned(rect.yMin.value, bits);
+    w.PutSigned(rect.yMax.value, bits);
+}
+
+void ZoWriteRgba(ZoFByteBuffer& out, const ZoFRgbaRecord& colour, ZoFColourForm form) {
+    out.PutU8(colour.red);
+    out.PutU8(colour.green);
+    out.PutU8(colour.blue);
+    if (form == ZoFColourForm::kRgba)
+        out.PutU8(colour.alpha);
+}
+
+void ZoWriteMatrix(ZoFByteBuffer& out, const ZoFMatrixRecord& m) {
+    ZoFBitWriter w(out);
+    w.PutFlag(m.hasScale);
+    if (m.hasScale) {
+        const int bits = SignedBitsOf({m.scaleX.raw, m.scaleY.raw});
+        w.PutUnsigned(bits, 5);
+        w.PutSigned(m.scaleX.raw, bits);
+        w.PutSigned(m.scaleY.raw, bits);
+    }
+    w.PutFlag(m.hasRotate);
+    if (m.hasRotate) {
+        const int bits = SignedBitsOf({m.rotateSkew0.raw, m.rotateSkew1.raw});
+        w.PutUnsigned(bits, 5);
+        w.PutSigned(m.rotateSkew0.raw, bits);
+        w.PutSigned(m.rotateSkew1.raw, bits);
+    }
+    const int bits = SignedBitsOf({m.translateX.value, m.translateY.value});
+    w.PutUnsigned(bits, 5);
+    w.PutSigned(m.translateX.value, bits);
+    w.PutSigned(m.translateY.value, bits);
+}
+
+void ZoWriteCxformWithAlpha(ZoFByteBuffer& out, const ZoFCxformRecord& c) {
+    int bits = 0;
+    if (c.hasMult)
+        bits = SignedBitsOf({c.redMult, c.greenMult, c.blueMult, c.alphaMult});
+    if (c.hasAdd)
+        bits = std::max(bits, SignedBitsOf({c.redAdd, c.greenAdd, c.blueAdd, c.alphaAdd}));
+    ZoFBitWriter w(out);
+    w.PutFlag(c.hasAdd);
+    w.PutFlag(c.hasMult);
+    w.PutUnsigned(bits, 4);
+    if (c.hasMult)
+        for (int16_t v : {c.redMult, c.greenMult, c.blueMult, c.alphaMult})
+            w.PutSigned(v, bits);
+    if (c.hasAdd)
+        for (int16_t v : {c.redAdd, c.greenAdd, c.blueAdd, c.alphaAdd})
+            w.PutSigned(v, bits);
+}
+
+void ZoWriteFillStyles(ZoFByteBuffer& out, const std::vector<ZoFFillStyle>& styles,
+                       ZoFColourForm form) {
+    PutStyleCount(out, styles.size());
+    for (const ZoFFillStyle& style : styles)
+        WriteFillStyle(out, style, form);
+}
+
+void ZoWriteLineStyles(ZoFByteBuffer& out, const std::vector<ZoFLineStyle>& styles,
+                       ZoFColourForm form) {
+    PutStyleCount(out, styles.size());
+    for (const ZoFLineStyle& style : styles) {
+        out.PutU16(style.width);
+        ZoWriteRgba(out, style.colour, form);
+    }
+}
+
+}  // namespace ZoFlash
