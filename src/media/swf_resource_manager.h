@@ -1,5 +1,8 @@
 #pragma once
+#include <vector>
+
 #include "flash/swf_resource_manager.h"
+#include "media/swf_image.h"
 
 class TeskSWFMovie;
 
@@ -10,5 +13,14 @@ class TeskSWFResourceManager : public ZoFlash::ZoSWFResourceManager {
     explicit TeskSWFResourceManager(TeskSWFMovie* movie);
     ~TeskSWFResourceManager() override;
 
-    // The image cache (GetImage) lives here, beside the inherited font cache.
+    /// This movie's bitmap of the picture `name` (a full path or built-in
+    /// name) with `transparencyColour` keyed out within `tolerance`: one per
+    /// picture and settings, however many shapes of the movie fill with it.
+    /// Empty when the picture cannot be loaded.
+    ZoAutoInterface2<ZoFlash::ZoSWFImage> GetImage(const ZoString& name,
+                                                   unsigned long transparencyColour,
+                                                   int tolerance);
+
+  private:
+    std::vector<ZoAutoInterface2<TeskSWFImage>> images_;
 };

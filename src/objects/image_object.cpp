@@ -1,9 +1,16 @@
 #include "objects/image_object.h"
 
+#include "flash/swf_shape.h"
 #include "media/image_path.h"
+#include "media/resource_manager.h"
+#include "media/swf_movie.h"
+#include "media/swf_resource_manager.h"
 #include "objects/field_visitor.h"
+#include "objects/image_placement.h"
+#include "objects/triangle_piece.h"
 #include "platform/folder_file.h"
 #include "platform/zo_exception.h"
+#include "platform/zo_units.h"
 
 namespace {
 
@@ -64,6 +71,60 @@ ZoString TeskImageObject::GetFullPath() const {
 
 ZoAutoPtr<TeskObject> TeskImageObject::Clone() const {
     return std::make_unique<TeskImageObject>(*this);
+}
+
+ZoAutoInterface2<ZoFlash::ZoSWFShape> TeskImageObject::MakeFill(TeskSWFMovie& movie,
+                                                                ZoRect& rect) const {
+    auto shape = ZoMakeCounted<ZoFlash::ZoSWFShape>();
+    const auto picture = TeskGetResourceManager().GetImageResource(fileName_)->GetImage();
+    const COLORREF colour = TeskEffectiveTransparentColour(picture.Get(), useTransparent_,
+                                                           autoTransparent_, transparentColour_);
+    const auto image = movie.GetResourceManager().GetImage(GetFullPath(), colour, tolerance_);
+    if (!image)
+        return shape;
+    // The bitmap is placed a twip up and left of its rectangle, which keeps
+    // its first row and column from showing a seam against the edge.
+    if (placement_ == kTeskTiled) {
+        shape->SetTiledBitmapFill(image, rect.left - 1.0, rect.top - 1.0, kZoTwipsPerPixel,
+                                  kZoTwipsPerPixel);
+        return shape;
+    }
+    int width = 0;
+    int height = 0;
+    image->GetSize(width, height);
+    if (width <= 0 || height <= 0)
+        return shape;
+    const ZoRect placed = TeskPlacedRectangle(placement_, rect, width, height);
+    shape->SetClippedBitmapFill(image, placed.left - 1.0, placed.top - 1.0,
+                                static_cast<double>(placed.Width()) / width,
+                                static_cast<double>(placed.Height()) / height);
+    rect = ZoRect::Intersection(rect, placed);
+    return shape;
+}
+
+ZoAutoInterface2<ZoFlash::ZoSWFShape> TeskImageObject::MakeShape(TeskSWFMovie& movie,
+                                                                 const ZoRect& objectRect) {
+    ZoRect covered = objectRect;
+    auto shape = MakeFill(movie, covered);
+    if (!covered.IsEmpty())
+        shape->Rectangle(covered);
+    return shape;
+}
+
+ZoAutoInterface2<ZoFlash::ZoSWFShape> TeskImageObject::MakeTriangleShape(
+    TeskSWFMovie& movie, const ZoRect& objectRect, const TeskTriangle& triangle) {
+    ZoRect covered = objectRect;
+    auto shape = MakeFill(movie, covered);
+    TeskOutlineTrianglePiece(*shape, covered, triangle);
+    return shape;
+}
+
+bool TeskImageObject::GetNaturalSize(ZoSize& size) const {
+    const auto picture = TeskGetResourceManager().GetImageResource(fileName_)->GetImage();
+    if (!picture)
+        return false;
+    size = {picture->GetWidth(), picture->GetHeight()};
+    return true;
 }
 
 void TeskImageObject::Read(ZoFolderFile& file) {

@@ -62,6 +62,10 @@ class TeskImageObject : public TeskObject {
     void VisitFields(TeskFieldVisitor& visitor) override;
 
   private:
+    /// The picture's fill for `rect`, narrowing `rect` to the part the
+    /// picture covers. Without a picture the shape has no fill.
+    ZoAutoInterface2<ZoFlash::ZoSWFShape> MakeFill(TeskSWFMovie& movie, ZoRect& rect) const;
+
     ZoResourceKey fileName_;
     COLORREF transparentColour_ = 0;
     int32_t tolerance_ = 0;
