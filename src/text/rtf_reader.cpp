@@ -200,10 +200,10 @@ class Reader {
         if (!cursor_.StartsWith("{\\rtf")) {
             return std::nullopt;
         }
-        cursor_.Skip(5);
-        if (!cursor_.AtEnd() && cursor_.Peek() != '\\') {
-            cursor_.Skip(1);  // the version digit
-        }
+        // "\rtf1" is a control word like any other: its version and the
+        // space that ends it are no text.
+        cursor_.Skip(4);
+        cursor_.ReadControlWord();
         while (!cursor_.AtEnd() && !groups_.empty()) {
             const char c = cursor_.Peek();
             if (c == '\r' || c == '\n') {
@@ -493,8 +493,12 @@ class Reader {
         format.SetIds({});
     }
 
+    // Rounds halves away from zero, so that negative indents written by the
+    // writer (which truncates toward zero) read back as they were.
     int32_t TwipsToPixels(int32_t twips) const noexcept {
-        return Clamp((int64_t{twips} * logPixels_ + 720) / 1440, -kMaxPixels, kMaxPixels);
+        const int64_t scaled = int64_t{twips} * logPixels_;
+        const int64_t pixels = scaled < 0 ? (scaled - 720) / 1440 : (scaled + 720) / 1440;
+        return Clamp(pixels, -kMaxPixels, kMaxPixels);
     }
 
     bool ParagraphKeyword(const ControlWord& word) {
