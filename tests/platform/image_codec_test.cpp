@@ -14,32 +14,11 @@
 namespace {
 
 using ImageTestFiles::Bytes;
+using ImageTestFiles::Expected;
+using ImageTestFiles::ExpectImage;
 using ImageTestFiles::GifSource;
 using ImageTestFiles::JpegSource;
 using ImageTestFiles::PngSource;
-
-struct Expected {
-    Expected(int32_t w, int32_t h, Bytes pixels, bool alpha = false,
-             COLORREF transparent = kZoNoColour)
-        : width(w),
-          height(h),
-          rgba(std::move(pixels)),
-          hasAlpha(alpha),
-          transparentColour(transparent) {}
-    int32_t width;
-    int32_t height;
-    Bytes rgba;
-    bool hasAlpha = false;
-    COLORREF transparentColour = kZoNoColour;
-};
-
-void ExpectImage(const ZoDecodedImage& image, const Expected& expected) {
-    EXPECT_EQ(image.width, expected.width);
-    EXPECT_EQ(image.height, expected.height);
-    EXPECT_EQ(image.rgba, expected.rgba);
-    EXPECT_EQ(image.hasAlpha, expected.hasAlpha);
-    EXPECT_EQ(image.transparentColour, expected.transparentColour);
-}
 
 // Largest difference of any channel; lossy formats are compared within it.
 int MaxDifference(const Bytes& a, const Bytes& b) {

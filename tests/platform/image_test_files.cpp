@@ -1,6 +1,8 @@
 #include "platform/image_test_files.h"
 
-#include <cstdio> // jpeglib.h uses FILE without including it
+#include <gtest/gtest.h>
+
+#include <cstdio>  // jpeglib.h uses FILE without including it
 #include <cstdlib>
 #include <stdexcept>
 
@@ -153,6 +155,14 @@ Bytes EncodeGif(const GifSource& source) {
     EGifCloseFile(gif, &error);
     GifFreeMapObject(map);
     return out;
+}
+
+void ExpectImage(const ZoDecodedImage& image, const Expected& expected) {
+    EXPECT_EQ(image.width, expected.width);
+    EXPECT_EQ(image.height, expected.height);
+    EXPECT_EQ(image.rgba, expected.rgba);
+    EXPECT_EQ(image.hasAlpha, expected.hasAlpha);
+    EXPECT_EQ(image.transparentColour, expected.transparentColour);
 }
 
 }  // namespace ImageTestFiles

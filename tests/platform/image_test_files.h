@@ -1,6 +1,8 @@
 #pragma once
 // Tiny picture files made in memory with the libraries' own encoders (and by
 // hand for BMP), so the decoder tests never depend on downloaded samples.
+#include "platform/image_codec.h"
+
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -16,8 +18,13 @@ using Bytes = std::vector<uint8_t>;
 struct PngSource {
     PngSource(int w, int h, int type, int depth, Bytes data, Bytes colours = {},
               std::vector<uint16_t> alpha = {})
-        : width(w), height(h), colourType(type), bitDepth(depth), samples(std::move(data)),
-          palette(std::move(colours)), transparency(std::move(alpha)) {}
+        : width(w),
+          height(h),
+          colourType(type),
+          bitDepth(depth),
+          samples(std::move(data)),
+          palette(std::move(colours)),
+          transparency(std::move(alpha)) {}
     int width = 0;
     int height = 0;
     int colourType = 0;  // PNG_COLOR_TYPE_*
@@ -54,5 +61,24 @@ struct GifSource {
     Bytes indices;  // width * height, top-down
 };
 Bytes EncodeGif(const GifSource& source);
+
+/// What a decoded picture should be.
+struct Expected {
+    Expected(int32_t w, int32_t h, Bytes pixels, bool alpha = false,
+             COLORREF transparent = kZoNoColour)
+        : width(w),
+          height(h),
+          rgba(std::move(pixels)),
+          hasAlpha(alpha),
+          transparentColour(transparent) {}
+    int32_t width;
+    int32_t height;
+    Bytes rgba;
+    bool hasAlpha = false;
+    COLORREF transparentColour = kZoNoColour;
+};
+
+/// Checks every field of `image` against `expected` (gtest assertions).
+void ExpectImage(const ZoDecodedImage& image, const Expected& expected);
 
 }  // namespace ImageTestFiles

@@ -1,0 +1,211 @@
+// BMP files are written here byte by byte, in every layout the reader takes.
+#include <gtest/gtest.h>
+
+#include "platform/image_codec.h"
+#include "platform/image_test_files.h"
+#include "platform/zo_exception.h"
+
+namespace {
+
+using ImageTestFiles::Bytes;
+using ImageTestFiles::Expected;
+
+void Put16(Bytes& out, uint32_t value) {
+    out.push_back(static_cast<uint8_t>(value));
+    out.push_back(static_cast<uint8_t>(value >> 8));
+}
+
+void Put32(Bytes& out, uint32_t value) {
+    Put16(out, value & 0xFFFF);
+    Put16(out, value >> 16);
+}
+
+struct Masks {
+    uint32_t red, green, blue, alpha;
+};
+
+// headerSize 12 is the OS/2 core header, 40 the Windows one, 56/108/124 the
+// longer ones that carry their masks inside. `masks` follow a 40-byte header
+// for compressions 3 (three of them) and 6 (four).
+Bytes MakeBmp(uint32_t headerSize, int32_t width, int32_t height, uint32_t bits,
+              uint32_t compression, const Bytes& palette, uint32_t declaredColours,
+              std::optional<Masks> masks, const Bytes& pixels) {
+    Bytes info;
+    Put32(info, headerSize);
+    if (headerSize == 12) {
+        Put16(info, static_cast<uint32_t>(width));
+        Put16(info, static_cast<uint32_t>(height));
+        Put16(info, 1);
+        Put16(info, bits);
+    } else {
+        Put32(info, static_cast<uint32_t>(width));
+        Put32(info, static_cast<uint32_t>(height));
+        Put16(info, 1);
+        Put16(info, bits);
+        Put32(info, compression);
+        Put32(info, static_cast<uint32_t>(pixels.size()));
+        Put32(info, 2835);
+        Put32(info, 2835);
+        Put32(info, declaredColours);
+        Put32(info, 0);
+    }
+    if (masks) {
+        Put32(info, masks->red);
+        Put32(info, masks->green);
+        Put32(info, masks->blue);
+        if (headerSize > 40 || compression == 6) {
+            Put32(info, masks->alpha);
+        }
+    }
+    info.resize(std::max<std::size_t>(info.size(), headerSize), 0);
+    Bytes file = {'B', 'M'};
+    const auto offset = static_cast<uint32_t>(14 + info.size() + palette.size());
+    Put32(file, static_cast<uint32_t>(offset + pixels.size()));
+    Put32(file, 0);
+    Put32(file, offset);
+    file.insert(file.end(), info.begin(), info.end());
+    file.insert(file.end(), palette.begin(), palette.end());
+    file.insert(file.end(), pixels.begin(), pixels.end());
+    return file;
+}
+
+Bytes Plain(int32_t width, int32_t height, uint32_t bits, const Bytes& palette,
+            const Bytes& pixels) {
+    return MakeBmp(40, width, height, bits, 0, palette, 0, std::nullopt, pixels);
+}
+
+// Palette entries are stored blue, green, red, reserved.
+const Bytes kBlackWhite = {0, 0, 0, 0, 255, 255, 255, 0};
+const Bytes kRedGreenBlue = {0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 0};
+
+constexpr uint8_t R[] = {255, 0, 0, 255};
+constexpr uint8_t G[] = {0, 255, 0, 255};
+constexpr uint8_t B[] = {0, 0, 255, 255};
+constexpr uint8_t W[] = {255, 255, 255, 255};
+constexpr uint8_t K[] = {0, 0, 0, 255};
+constexpr uint8_t Clear[] = {0, 0, 0, 0};
+
+Bytes Pixels(std::initializer_list<const uint8_t*> pixels) {
+    Bytes rgba;
+    for (const uint8_t* p : pixels) {
+        rgba.insert(rgba.end(), p, p + 4);
+    }
+    return rgba;
+}
+
+struct BmpCase {
+    const char* name;
+    Bytes file;
+    Expected expected;
+};
+
+class BmpDecodeTest : public ::testing::TestWithParam<BmpCase> {};
+
+TEST_P(BmpDecodeTest, GivesTopDownRgba) {
+    const BmpCase& c = GetParam();
+    const ZoDecodedImage image = ZoImageCodec::Decode(c.file);
+    EXPECT_EQ(image.format, ZoImageFormat::Bmp);
+    ImageTestFiles::ExpectImage(image, c.expected);
+    EXPECT_EQ(ZoImageCodec::PeekSize(c.file), (ZoSize{c.expected.width, c.expected.height}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Layouts, BmpDecodeTest,
+    ::testing::Values(
+        // Top row red, green; bottom row blue, white. Rows pad to 4 bytes.
+        BmpCase{"Rgb24BottomUp",
+                Plain(2, 2, 24, {}, {255, 0, 0, 255, 255, 255, 0, 0, 0, 0, 255, 0, 255, 0, 0, 0}),
+                {2, 2, Pixels({R, G, B, W})}},
+        BmpCase{"Rgb24TopDown",
+                Plain(2, -2, 24, {}, {0, 0, 255, 0, 255, 0, 0, 0, 255, 0, 0, 255, 255, 255, 0, 0}),
+                {2, 2, Pixels({R, G, B, W})}},
+        BmpCase{"Palette1",
+                Plain(3, 2, 1, kBlackWhite, {0x40, 0, 0, 0, 0xA0, 0, 0, 0}),
+                {3, 2, Pixels({W, K, W, K, W, K})}},
+        BmpCase{"Palette4ShortTable",
+                MakeBmp(40, 3, 1, 4, 0, kRedGreenBlue, 3, std::nullopt, {0x20, 0x10, 0, 0}),
+                {3, 1, Pixels({B, R, G})}},
+        BmpCase{"Palette8IndexPastTableIsBlack",
+                MakeBmp(40, 2, 1, 8, 0, kRedGreenBlue, 1, std::nullopt, {0, 5, 0, 0}),
+                {2, 1, Pixels({R, K})}},
+        BmpCase{"Rgb16Is555",
+                Plain(2, 1, 16, {}, {0x00, 0x7C, 0x10, 0x42}),
+                {2, 1, {255, 0, 0, 255, 132, 132, 132, 255}}},
+        BmpCase{"BitFields565",
+                MakeBmp(40, 2, 1, 16, 3, {}, 0, Masks{0xF800, 0x07E0, 0x001F, 0},
+                        {0xE0, 0x07, 0x1F, 0xF8}),
+                {2, 1, {0, 255, 0, 255, 255, 0, 255, 255}}},
+        BmpCase{"Rgb32IgnoresReservedByte",
+                Plain(1, 1, 32, {}, {10, 20, 30, 0}),
+                {1, 1, {30, 20, 10, 255}}},
+        BmpCase{"V5HeaderWithAlphaMask",
+                MakeBmp(124, 1, 1, 32, 3, {}, 0,
+                        Masks{0x00FF0000, 0x0000FF00, 0x000000FF, 0xFF000000}, {10, 20, 30, 128}),
+                {1, 1, {30, 20, 10, 128}, true}},
+        BmpCase{"AlphaBitFieldsAfterShortHeader",
+                MakeBmp(40, 1, 1, 32, 6, {}, 0,
+                        Masks{0x000000FF, 0x0000FF00, 0x00FF0000, 0xFF000000}, {10, 20, 30, 0}),
+                {1, 1, {10, 20, 30, 0}, true}},
+        BmpCase{"CoreHeader24",
+                MakeBmp(12, 1, 1, 24, 0, {}, 0, std::nullopt, {1, 2, 3, 0}),
+                {1, 1, {3, 2, 1, 255}}},
+        BmpCase{"CoreHeaderPaletteOfTriples",
+                MakeBmp(12, 2, 1, 1, 0, {0, 0, 255, 255, 0, 0}, 0, std::nullopt, {0x40, 0, 0, 0}),
+                {2, 1, Pixels({R, B})}},
+        // Bottom row: a run of four of entry 1; top row: a literal of three,
+        // padded to a word, then the end before the fourth pixel.
+        BmpCase{"Rle8",
+                MakeBmp(40, 4, 2, 8, 1, kRedGreenBlue, 3, std::nullopt,
+                        {4, 1, 0, 0, 0, 3, 0, 2, 0, 0, 0, 1}),
+                {2 * 2, 2, Pixels({R, B, R, Clear, G, G, G, G}), true}},
+        // Bottom row: a run of four alternating entries and a literal of
+        // three; top row: moved one pixel right by a delta, then one pixel.
+        BmpCase{"Rle4WithDelta",
+                MakeBmp(40, 7, 2, 4, 2, kRedGreenBlue, 3, std::nullopt,
+                        {4, 0x12, 0, 3, 0x20, 0x10, 0, 0, 0, 2, 1, 0, 1, 0x00, 0, 1}),
+                {7, 2, Pixels({Clear, R, Clear, Clear, Clear, Clear, Clear, G, B, G, B, B, R, G}),
+                 true}}),
+    [](const auto& info) { return info.param.name; });
+
+struct BadBmp {
+    const char* name;
+    Bytes file;
+    const char* message;  // a piece the message must contain
+};
+
+class BadBmpTest : public ::testing::TestWithParam<BadBmp> {};
+
+TEST_P(BadBmpTest, IsRefusedWithItsReason) {
+    try {
+        ZoImageCodec::Decode(GetParam().file);
+        FAIL() << "decoded a bad BMP";
+    } catch (const ZoException& e) {
+        EXPECT_NE(std::string(e.what()).find(GetParam().message), std::string::npos) << e.what();
+    }
+}
+
+Bytes CutLast(Bytes bytes, std::size_t count) {
+    bytes.resize(bytes.size() - count);
+    return bytes;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, BadBmpTest,
+    ::testing::Values(
+        BadBmp{"HeaderCut", {'B', 'M', 0, 0, 0, 0, 0, 0, 0, 0, 54, 0, 0, 0, 40}, "corrupt"},
+        BadBmp{"PixelsCut", CutLast(Plain(2, 2, 24, {}, Bytes(16, 7)), 3), "corrupt"},
+        // No declared count means a full table of 256 entries is due.
+        BadBmp{"PaletteCut", Plain(1, 1, 8, kRedGreenBlue, {}), "corrupt"},
+        BadBmp{"RunsWithoutEnd", MakeBmp(40, 4, 1, 8, 1, kRedGreenBlue, 3, std::nullopt, {4, 1}),
+               "corrupt"},
+        BadBmp{"TwoBitsAPixel", Plain(4, 1, 2, kBlackWhite, {0, 0, 0, 0}), "not supported"},
+        BadBmp{"EmbeddedJpeg", MakeBmp(40, 1, 1, 24, 4, {}, 0, std::nullopt, {0, 0, 0, 0}),
+               "not supported"},
+        BadBmp{"UnknownHeader", MakeBmp(20, 1, 1, 24, 0, {}, 0, std::nullopt, {}), "corrupt"},
+        BadBmp{"NoPixels", Plain(0, 1, 24, {}, {}), "no pixels"},
+        BadBmp{"TooWide", Plain(70000, 1, 24, {}, {}), "too large"},
+        BadBmp{"TooManyPixels", Plain(30000, 30000, 24, {}, {}), "too large"},
+        BadBmp{"MostNegativeHeight", Plain(1, INT32_MIN, 24, {}, {}), "too large"}),
+    [](const auto& info) { return info.param.name; });
+
+}  // namespace
