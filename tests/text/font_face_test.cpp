@@ -31,6 +31,12 @@ class DirectFace {
     FT_Face face_ = nullptr;
 };
 
+ptrdiff_t Contours(const ZoGlyphOutline& outline) {
+    return std::count_if(outline.begin(), outline.end(), [](const ZoGlyphSegment& s) {
+        return s.kind == ZoGlyphSegmentKind::Move;
+    });
+}
+
 }  // namespace
 
 TEST(FontCatalog, WindowsFamiliesResolveToTheirMetricAliases) {
@@ -110,12 +116,8 @@ TEST(FontFace, OutlinesAreClosedContoursInFontUnits) {
         ASSERT_FALSE(outline.empty());
         EXPECT_EQ(outline.front().kind, ZoGlyphSegmentKind::Move);
         ASSERT_EQ(FT_Load_Char(direct.get(), c, FT_LOAD_NO_SCALE | FT_LOAD_NO_BITMAP), 0);
-        EXPECT_EQ(std::count_if(
-                      outline.begin(), outline.end(),
-                      [](const ZoGlyphSegment& s) { return s.kind == ZoGlyphSegmentKind::Move; }),
-                  direct.get()->glyph->outline.n_contours);
-        // Every on-curve point lies in the glyph's box; control points of a
-        // TrueType outline do too.
+        EXPECT_EQ(Contours(outline), direct.get()->glyph->outline.n_contours);
+        // Every on-curve point lies in the glyph's box.
         const FT_Glyph_Metrics& m = direct.get()->glyph->metrics;
         for (const auto& segment : outline) {
             EXPECT_GE(segment.end.x, m.horiBearingX);
@@ -125,10 +127,7 @@ TEST(FontFace, OutlinesAreClosedContoursInFontUnits) {
         }
     }
     EXPECT_TRUE(face->Outline(' ').empty());
-    EXPECT_EQ(
-        std::count_if(face->Outline('O').begin(), face->Outline('O').end(),
-                      [](const ZoGlyphSegment& s) { return s.kind == ZoGlyphSegmentKind::Move; }),
-        2);
+    EXPECT_EQ(Contours(face->Outline('O')), 2);
     EXPECT_GT(face->UnderlineThicknessUnits(), 0);
     EXPECT_LT(face->UnderlinePositionUnits(), 0);
 }
