@@ -585,9 +585,7 @@ class Reader {
             }
         }
         if (const auto byte = HexByte(word.word)) {
-            ZoString text;
-            ZoAppendUtf8(text, ZoCp1252ToUnicode(*byte));
-            AppendText(text);
+            AppendCharacter(ZoCp1252ToUnicode(*byte));
         } else if (word.Is("u") && word.hasParameter) {
             Unicode(word.parameter);
         } else if (word.Is("uc") && word.hasParameter) {
@@ -611,6 +609,15 @@ class Reader {
                             : 0xFFFD;
         }
         highSurrogate_ = 0;
+        AppendCharacter(character);
+    }
+
+    // Escapes can name characters that raw text cannot carry: NUL would end
+    // the RTF written from the document and CR would be skipped reading it.
+    void AppendCharacter(char32_t character) {
+        if (character == 0 || character == '\r') {
+            return;
+        }
         ZoString text;
         ZoAppendUtf8(text, character);
         AppendText(text);

@@ -166,7 +166,11 @@ class LineBuilder {
             return Take(first, k);
         }
         auto tail = SplitItem(pending_[k], at);
-        ZoTextLine line = Take(first, k + 1);
+        // A paragraph mark right after the break has no width; it ends this
+        // line rather than making an empty one.
+        const bool takeMark =
+            !tail && k + 1 < pending_.size() && StartsWith(pending_[k + 1].text, '\n');
+        ZoTextLine line = Take(first, k + (takeMark ? 2 : 1));
         if (tail) {
             --next_;
             pending_[next_] = std::move(*tail);

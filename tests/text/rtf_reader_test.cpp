@@ -166,6 +166,7 @@ TEST(RtfReader, SpecialCharactersAndEscapes) {
         {"{\\pntext\\f0\\'B7\\tab}x", "x"},
         {"{{{nested}}}x", "nestedx"},
         {"line\r\none", "lineone"},
+        {"a\\'00\\'0d\\u0?\\u13?b", "ab"},
     };
     for (const auto& c : cases) {
         const ZoString rtf = ZoString("{\\rtf1 ") + c.rtf + "}";
