@@ -137,27 +137,34 @@ void ReadFrame(GifReader& gif, const ColorMapObject& map, ZoDecodedImage& image)
     }
 }
 
+// The picture's size: the logical screen, widened (as browsers do) when the
+// first frame reaches past it, rather than losing pixels.
+ZoSize CanvasSize(const GifReader& gif) {
+    const GifImageDesc& frame = gif->Image;
+    if (frame.Width <= 0 || frame.Height <= 0 || frame.Left < 0 || frame.Top < 0) {
+        ThrowCorrupt("GIF", "empty image");
+    }
+    const int64_t width = std::max<int64_t>(gif->SWidth, int64_t{frame.Left} + frame.Width);
+    const int64_t height = std::max<int64_t>(gif->SHeight, int64_t{frame.Top} + frame.Height);
+    CheckSize(width, height);
+    return {static_cast<int32_t>(width), static_cast<int32_t>(height)};
+}
+
 }  // namespace
 
 ZoDecodedImage DecodeGif(std::span<const uint8_t> bytes) {
     GifReader gif(bytes);
     int transparentIndex = ReadUpToFirstImage(gif);
-    const GifImageDesc& frame = gif->Image;
-    const ColorMapObject* map = frame.ColorMap != nullptr ? frame.ColorMap : gif->SColorMap;
+    const ColorMapObject* map =
+        gif->Image.ColorMap != nullptr ? gif->Image.ColorMap : gif->SColorMap;
     if (map == nullptr) {
         ThrowCorrupt("GIF", "no colour table");
     }
     if (transparentIndex >= map->ColorCount) {
         transparentIndex = NO_TRANSPARENT_COLOR;
     }
-    // A first frame reaching past the logical screen widens the picture,
-    // as browsers do, rather than losing pixels.
-    const int64_t width = std::max<int64_t>(gif->SWidth, int64_t{frame.Left} + frame.Width);
-    const int64_t height = std::max<int64_t>(gif->SHeight, int64_t{frame.Top} + frame.Height);
-    if (frame.Width <= 0 || frame.Height <= 0 || frame.Left < 0 || frame.Top < 0) {
-        ThrowCorrupt("GIF", "empty image");
-    }
-    ZoDecodedImage image = MakeImage(width, height, ZoImageFormat::Gif);
+    const ZoSize size = CanvasSize(gif);
+    ZoDecodedImage image = MakeImage(size.cx, size.cy, ZoImageFormat::Gif);
     FillUncovered(image, *map, transparentIndex);
     ReadFrame(gif, *map, image);
     if (transparentIndex != NO_TRANSPARENT_COLOR) {
@@ -169,17 +176,13 @@ ZoDecodedImage DecodeGif(std::span<const uint8_t> bytes) {
 }
 
 std::optional<ZoSize> PeekGifSize(std::span<const uint8_t> bytes) noexcept {
-    // The logical screen size sits right after the six signature bytes.
-    constexpr std::size_t kScreenEnd = 10;
-    if (bytes.size() < kScreenEnd) {
+    try {
+        GifReader gif(bytes);
+        ReadUpToFirstImage(gif);
+        return CanvasSize(gif);
+    } catch (const std::exception&) {
         return std::nullopt;
     }
-    const int32_t width = bytes[6] | bytes[7] << 8;
-    const int32_t height = bytes[8] | bytes[9] << 8;
-    if (!IsAcceptableSize(width, height)) {
-        return std::nullopt;
-    }
-    return ZoSize{width, height};
 }
 
 }  // namespace ZoImageCodec::Detail

@@ -73,6 +73,12 @@ inline bool IsJpegFile(const std::filesystem::path& path) noexcept {
     return DetectFileFormat(path) == ZoImageFormat::Jpeg;
 }
 
+/// Whether JPEG data is sequential Huffman-coded (not progressive or
+/// arithmetic-coded) with grey or YCbCr components: the kind every Flash
+/// Player shows from a DefineBitsJPEG2 tag. Other JPEGs (progressive, CMYK)
+/// are better embedded decoded, as lossless pictures.
+bool IsBaselineJpeg(std::span<const uint8_t> bytes) noexcept;
+
 /// Reads a whole file into memory (refusing files over kZoMaxImageFileBytes);
 /// throws ZoException naming the file.
 std::vector<uint8_t> ReadFileBytes(const std::filesystem::path& path);

@@ -142,3 +142,21 @@ std::optional<ZoSize> PeekJpegSize(std::span<const uint8_t> bytes) noexcept {
 }
 
 }  // namespace ZoImageCodec::Detail
+
+namespace ZoImageCodec {
+
+bool IsBaselineJpeg(std::span<const uint8_t> bytes) noexcept {
+    if (DetectFormat(bytes) != ZoImageFormat::Jpeg) {
+        return false;
+    }
+    Detail::JpegDecompressor jpeg;
+    if (setjmp(jpeg.errors.jump) != 0) {
+        return false;
+    }
+    jpeg.ReadHeader(bytes);
+    const J_COLOR_SPACE space = jpeg.info.jpeg_color_space;
+    return !jpeg.info.progressive_mode && !jpeg.info.arith_code &&
+           (space == JCS_GRAYSCALE || space == JCS_YCbCr);
+}
+
+}  // namespace ZoImageCodec

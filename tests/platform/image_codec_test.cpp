@@ -144,6 +144,23 @@ INSTANTIATE_TEST_SUITE_P(Kinds, JpegDecodeTest,
                                            JpegCase{"AdobeCmyk", 4, false}),
                          [](const auto& info) { return info.param.name; });
 
+TEST(JpegKind, OnlySequentialGreyOrYCbCrCountsAsBaseline) {
+    const struct {
+        int components;
+        bool progressive;
+        bool baseline;
+    } cases[] = {{3, false, true}, {1, false, true}, {3, true, false}, {4, false, false}};
+    for (const auto& c : cases) {
+        const Bytes jpeg = ImageTestFiles::EncodeJpeg(
+            {8, 8, c.components, c.progressive, Bytes(std::size_t(64 * c.components), 90)});
+        EXPECT_EQ(ZoImageCodec::IsBaselineJpeg(jpeg), c.baseline)
+            << c.components << " components, progressive " << c.progressive;
+        EXPECT_FALSE(ZoImageCodec::IsBaselineJpeg(Bytes(jpeg.begin(), jpeg.begin() + 4)));
+    }
+    EXPECT_FALSE(ZoImageCodec::IsBaselineJpeg(
+        ImageTestFiles::EncodePng({1, 1, PNG_COLOR_TYPE_GRAY, 8, {0}})));
+}
+
 // Red, green, blue and white.
 const Bytes kFourColours = {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255};
 
