@@ -14,6 +14,8 @@ class TeskJsonFieldReader : public TeskFieldVisitor {
     /// `source` must be an object; `path` names it in messages ("" for the
     /// top level).
     TeskJsonFieldReader(const TeskJson& source, std::string path);
+    /// The reader keeps a reference: a temporary source would dangle.
+    TeskJsonFieldReader(TeskJson&& source, std::string path) = delete;
 
     /// Marks a key as handled by the caller (such as "effects").
     void Consume(std::string_view key);
