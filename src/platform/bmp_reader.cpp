@@ -209,15 +209,25 @@ void ReadDirectRow(const BmpHeader& header, const Channel (&channels)[4], const 
     }
 }
 
-void ReadUncompressed(std::span<const uint8_t> bytes, const BmpHeader& header,
-                      ZoDecodedImage& image) {
-    const int64_t stride = (header.width * header.bitsPerPixel + 31) / 32 * 4;
+int64_t RowStride(const BmpHeader& header) noexcept {
+    return (header.width * header.bitsPerPixel + 31) / 32 * 4;
+}
+
+// Checked before the picture is allocated, so a short file claiming a huge
+// size costs nothing.
+void CheckPixelDataSize(std::span<const uint8_t> bytes, const BmpHeader& header) {
     // The last row need not carry its padding.
     const int64_t needed =
-        stride * (header.height - 1) + (header.width * header.bitsPerPixel + 7) / 8;
-    if (header.pixelOffset > bytes.size() || int64_t(bytes.size() - header.pixelOffset) < needed) {
+        RowStride(header) * (header.height - 1) + (header.width * header.bitsPerPixel + 7) / 8;
+    if (header.pixelOffset > bytes.size() ||
+        static_cast<int64_t>(bytes.size() - header.pixelOffset) < needed) {
         Corrupt("pixel data cut short");
     }
+}
+
+void ReadUncompressed(std::span<const uint8_t> bytes, const BmpHeader& header,
+                      ZoDecodedImage& image) {
+    const int64_t stride = RowStride(header);
     const Channel channels[4] = {Channel(header.masks[0]), Channel(header.masks[1]),
                                  Channel(header.masks[2]), Channel(header.masks[3])};
     for (int64_t fileRow = 0; fileRow < header.height; ++fileRow) {
@@ -311,8 +321,12 @@ class RleDecoder {
 
 ZoDecodedImage DecodeBmp(std::span<const uint8_t> bytes) {
     const BmpHeader header = ReadHeader(bytes);
+    const bool runLength = header.compression == kRle8 || header.compression == kRle4;
+    if (!runLength) {
+        CheckPixelDataSize(bytes, header);
+    }
     ZoDecodedImage image = MakeImage(header.width, header.height, ZoImageFormat::Bmp);
-    if (header.compression == kRle8 || header.compression == kRle4) {
+    if (runLength) {
         RleDecoder(bytes, header, image).Run();
     } else {
         ReadUncompressed(bytes, header, image);

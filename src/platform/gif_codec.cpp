@@ -121,18 +121,41 @@ void FillUncovered(ZoDecodedImage& image, const ColorMapObject& map, int transpa
     }
 }
 
-void ReadFrame(GifReader& gif, const ColorMapObject& map, ZoDecodedImage& image) {
+// The frame's palette indices, top-down. They are read before the picture
+// is allocated, and grow only as the data really decodes, so a tiny file that
+// claims a huge frame fails before it costs memory.
+std::vector<GifPixelType> ReadIndices(GifReader& gif) {
     const GifImageDesc& frame = gif->Image;
-    std::vector<GifPixelType> line(static_cast<std::size_t>(frame.Width));
-    const GifColorType black{0, 0, 0};
-    for (const int y : RowOrder(frame.Height, frame.Interlace)) {
+    const auto width = static_cast<std::size_t>(frame.Width);
+    std::vector<GifPixelType> line(width);
+    std::vector<GifPixelType> indices;
+    const std::vector<int> rows = RowOrder(frame.Height, frame.Interlace);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
         gif.Check(DGifGetLine(&*gif, line.data(), frame.Width));
+        indices.insert(indices.end(), line.begin(), line.end());
+    }
+    if (!frame.Interlace) {
+        return indices;
+    }
+    std::vector<GifPixelType> ordered(indices.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        std::copy_n(&indices[i * width], width,
+                    &ordered[static_cast<std::size_t>(rows[i]) * width]);
+    }
+    return ordered;
+}
+
+void PaintFrame(const GifImageDesc& frame, const std::vector<GifPixelType>& indices,
+                const ColorMapObject& map, ZoDecodedImage& image) {
+    const GifColorType black{0, 0, 0};
+    const GifPixelType* index = indices.data();
+    for (int y = 0; y < frame.Height; ++y) {
         uint8_t* row =
             &image.rgba[(static_cast<std::size_t>(frame.Top + y) * image.width + frame.Left) * 4];
-        for (int x = 0; x < frame.Width; ++x) {
+        for (int x = 0; x < frame.Width; ++x, ++index) {
             // Indices past the palette are a common defect; they show black.
-            const bool known = line[x] < map.ColorCount;
-            PutColour(row + x * 4, known ? map.Colors[line[x]] : black);
+            const bool known = *index < map.ColorCount;
+            PutColour(row + x * 4, known ? map.Colors[*index] : black);
         }
     }
 }
@@ -164,9 +187,10 @@ ZoDecodedImage DecodeGif(std::span<const uint8_t> bytes) {
         transparentIndex = NO_TRANSPARENT_COLOR;
     }
     const ZoSize size = CanvasSize(gif);
+    const std::vector<GifPixelType> indices = ReadIndices(gif);
     ZoDecodedImage image = MakeImage(size.cx, size.cy, ZoImageFormat::Gif);
     FillUncovered(image, *map, transparentIndex);
-    ReadFrame(gif, *map, image);
+    PaintFrame(gif->Image, indices, *map, image);
     if (transparentIndex != NO_TRANSPARENT_COLOR) {
         const GifColorType& key = map->Colors[transparentIndex];
         image.transparentColour = ZoRGB(key.Red, key.Green, key.Blue);

@@ -31,6 +31,28 @@ std::vector<uint8_t> ReadFilePrefix(const std::filesystem::path& path, std::size
     return bytes;
 }
 
+struct FormatCodec {
+    ZoImageFormat format;
+    ZoDecodedImage (*decode)(std::span<const uint8_t>);
+    std::optional<ZoSize> (*peek)(std::span<const uint8_t>) noexcept;
+};
+
+constexpr FormatCodec kCodecs[] = {
+    {ZoImageFormat::Png, Detail::DecodePng, Detail::PeekPngSize},
+    {ZoImageFormat::Jpeg, Detail::DecodeJpeg, Detail::PeekJpegSize},
+    {ZoImageFormat::Gif, Detail::DecodeGif, Detail::PeekGifSize},
+    {ZoImageFormat::Bmp, Detail::DecodeBmp, Detail::PeekBmpSize},
+};
+
+const FormatCodec* CodecFor(ZoImageFormat format) noexcept {
+    for (const FormatCodec& codec : kCodecs) {
+        if (codec.format == format) {
+            return &codec;
+        }
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 ZoImageFormat DetectFormat(std::span<const uint8_t> bytes) noexcept {
@@ -50,17 +72,8 @@ ZoImageFormat DetectFormat(std::span<const uint8_t> bytes) noexcept {
 }
 
 ZoDecodedImage Decode(std::span<const uint8_t> bytes) {
-    switch (DetectFormat(bytes)) {
-        case ZoImageFormat::Png:
-            return Detail::DecodePng(bytes);
-        case ZoImageFormat::Jpeg:
-            return Detail::DecodeJpeg(bytes);
-        case ZoImageFormat::Gif:
-            return Detail::DecodeGif(bytes);
-        case ZoImageFormat::Bmp:
-            return Detail::DecodeBmp(bytes);
-        case ZoImageFormat::Unknown:
-            break;
+    if (const FormatCodec* codec = CodecFor(DetectFormat(bytes))) {
+        return codec->decode(bytes);
     }
     throw ZoException("The file is not a picture in a supported format (PNG, JPEG, GIF or BMP).");
 }
@@ -93,19 +106,8 @@ ZoDecodedImage Load(const std::filesystem::path& path) {
 }
 
 std::optional<ZoSize> PeekSize(std::span<const uint8_t> bytes) noexcept {
-    switch (DetectFormat(bytes)) {
-        case ZoImageFormat::Png:
-            return Detail::PeekPngSize(bytes);
-        case ZoImageFormat::Jpeg:
-            return Detail::PeekJpegSize(bytes);
-        case ZoImageFormat::Gif:
-            return Detail::PeekGifSize(bytes);
-        case ZoImageFormat::Bmp:
-            return Detail::PeekBmpSize(bytes);
-        case ZoImageFormat::Unknown:
-            break;
-    }
-    return std::nullopt;
+    const FormatCodec* codec = CodecFor(DetectFormat(bytes));
+    return codec != nullptr ? codec->peek(bytes) : std::nullopt;
 }
 
 std::optional<ZoSize> PeekFileSize(const std::filesystem::path& path) noexcept {
@@ -179,18 +181,25 @@ void UpdateHasAlpha(ZoDecodedImage& image) noexcept {
 }  // namespace Detail
 }  // namespace ZoImageCodec
 
+namespace {
+
+std::size_t PixelOffset(const ZoDecodedImage& image, int32_t x, int32_t y) noexcept {
+    return (static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width) +
+            static_cast<std::size_t>(x)) *
+           4;
+}
+
+constexpr std::string_view kSecondPreviewName = "<PreviewImage2>";
+
+}  // namespace
+
 COLORREF ZoDecodedImage::PixelColour(int32_t x, int32_t y) const noexcept {
-    const std::size_t at = (static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                            static_cast<std::size_t>(x)) *
-                           4;
-    return ZoRGB(rgba[at], rgba[at + 1], rgba[at + 2]);
+    const uint8_t* pixel = &rgba[PixelOffset(*this, x, y)];
+    return ZoRGB(pixel[0], pixel[1], pixel[2]);
 }
 
 uint8_t ZoDecodedImage::PixelAlpha(int32_t x, int32_t y) const noexcept {
-    const std::size_t at = (static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                            static_cast<std::size_t>(x)) *
-                           4;
-    return rgba[at + 3];
+    return rgba[PixelOffset(*this, x, y) + 3];
 }
 
 // The built-in pictures, compiled in from resources/ by vimbo_embed.
@@ -198,7 +207,7 @@ extern const std::string_view kZoPreviewImage1Png;
 extern const std::string_view kZoPreviewImage2Png;
 
 std::string_view ZoBuiltInPictureFile(std::string_view name) noexcept {
-    return name == "<PreviewImage2>" ? kZoPreviewImage2Png : kZoPreviewImage1Png;
+    return name == kSecondPreviewName ? kZoPreviewImage2Png : kZoPreviewImage1Png;
 }
 
 const ZoDecodedImage& ZoBuiltInPicture(std::string_view name) {
@@ -208,7 +217,7 @@ const ZoDecodedImage& ZoBuiltInPicture(std::string_view name) {
     };
     // Function-local statics: decoded on first use, once, even when the
     // preview thread and the user-interface thread ask together.
-    if (name == "<PreviewImage2>") {
+    if (name == kSecondPreviewName) {
         static const ZoDecodedImage picture2 = decode(kZoPreviewImage2Png);
         return picture2;
     }

@@ -4,10 +4,11 @@
 // jump skips no destructor, and jpeg_destroy_decompress frees libjpeg's pools.
 #include "platform/image_codec_internal.h"
 
+#include <csetjmp>
+#include <cstdio>  // jpeglib.h uses FILE without including it
+
 #include <jerror.h>
 #include <jpeglib.h>
-#include <csetjmp>
-#include <cstdio>
 
 namespace ZoImageCodec::Detail {
 namespace {
