@@ -1,0 +1,261 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+
+#include "editor/edit_transaction.h"
+#include "effect_fakes.h"
+#include "effects/cross_fade_effect.h"
+#include "effects/effect_update_hint.h"
+#include "effects/register_effects.h"
+#include "effects/wave_effect.h"
+#include "objects/image_object.h"
+#include "objects/solid_object.h"
+
+namespace {
+
+using effect_test::FakeHost;
+using effect_test::FieldDump;
+
+const ZoGuid kCrossFadeGuid = *ZoGuid::Parse("{C61852BD-11F7-4250-8F28-CFBB0545D1F1}");
+const ZoGuid kWaveGuid = *ZoGuid::Parse("{8859A138-2D10-4985-B2D1-B3374EA20129}");
+
+ZoString ImageName(const TeskObject* object) {
+    auto* image = dynamic_cast<const TeskImageObject*>(object);
+    return image ? image->GetFileName().GetName() : "not an image";
+}
+
+COLORREF SolidColour(const TeskObject* object) {
+    auto* solid = dynamic_cast<const TeskSolidObject*>(object);
+    return solid ? solid->GetColour() : kZoNoColour;
+}
+
+TEST(TeskEffectRegistry, HoldsOnlyCompilableEffectsOnce) {
+    TeskRegisterEffects();
+    TeskRegisterEffects();
+    ASSERT_EQ(TeskEffect::GetCount(), 1);
+    const TeskEffectInfo& info = TeskEffect::GetInfo(0);
+    EXPECT_EQ(info.guid, kCrossFadeGuid);
+    EXPECT_EQ(info.name, "Cross Fade");
+    EXPECT_EQ(info.nameId, 107);
+    EXPECT_EQ(info.iconIndex, 1);
+    EXPECT_EQ(info.helpTopic, "::/html/Effects/CrossFadeEffect.htm");
+    EXPECT_EQ(TeskEffect::FindInfo(kCrossFadeGuid), &info);
+    // The wave cannot be compiled yet, so it is not offered.
+    EXPECT_EQ(TeskEffect::FindInfo(kWaveGuid), nullptr);
+
+    ZoAutoPtr<TeskEffect> effect;
+    TeskEffect::Create(kCrossFadeGuid, effect);
+    ASSERT_NE(dynamic_cast<TeskCrossFadeEffect*>(effect.get()), nullptr);
+    EXPECT_EQ(effect->GetFile(), nullptr);
+    TeskEffect::Create(kWaveGuid, effect);
+    EXPECT_EQ(effect, nullptr);
+    TeskEffect::Create(0, effect);
+    EXPECT_EQ(effect->GetInfo().guid, info.guid);
+}
+
+TEST(TeskEffect, DefaultsOfTheCommonBlockAndTheObjectSlots) {
+    TeskCrossFadeEffect fade;
+    TeskWaveEffect wave;
+    for (TeskEffect* effect : std::initializer_list<TeskEffect*>{&fade, &wave}) {
+        EXPECT_EQ(effect->GetTiming(), (TeskEffect::Timing{0, 0, 2000, 0, 0}));
+        EXPECT_EQ(effect->GetReservedBlock().reservedFlags, 0x1111u);
+        EXPECT_EQ(effect->GetReservedBlock().reservedRect, (ZoRect{0, 0, 100, 100}));
+        EXPECT_EQ(effect->GetFrameCount(12), 24);
+    }
+    EXPECT_EQ(fade.GetObjectCount(), 2);
+    EXPECT_EQ(ImageName(fade.GetObject(0)), "<PreviewImage1>");
+    EXPECT_EQ(ImageName(fade.GetObject(1)), "<PreviewImage2>");
+    EXPECT_EQ(fade.GetObject(7), fade.GetStartObject());
+    EXPECT_EQ(fade.GetObject(-1), fade.GetStartObject());
+    EXPECT_FALSE(fade.GetReturnToStart());
+    EXPECT_EQ(fade.GetReturnHold(), 0);
+
+    EXPECT_EQ(wave.GetObjectCount(), 1);
+    EXPECT_EQ(ImageName(wave.GetObject(0)), "<PreviewImage1>");
+    EXPECT_EQ(wave.GetObject(3), wave.GetWaveObject());
+    EXPECT_EQ(wave.GetWavelength(), 140);
+    EXPECT_EQ(wave.GetAmplitude(), 100);
+    EXPECT_EQ(wave.GetDirection(), 135);
+    EXPECT_EQ(wave.GetWaveStyle(), TeskWaveEffect::kContinuous);
+    EXPECT_EQ(wave.GetGridSettings(), TeskGridEffect::GridSettings{});
+    EXPECT_EQ(wave.GetGridSettings().maxTriangles, 50);
+    EXPECT_TRUE(wave.GetGridSettings().roundMovedLightPoints);
+    const Tesk3DEffect::Lighting& light = wave.GetLighting();
+    EXPECT_TRUE(light.useLighting);
+    EXPECT_EQ(light.brightness, 50);
+    EXPECT_EQ(light.lightColour, 0xFFFFFFu);
+    EXPECT_EQ(light.darkStrength, 100);
+    EXPECT_EQ(light.lightDirection, 135);
+    EXPECT_EQ(light.lightAngle, 30);
+}
+
+TEST(TeskEffect, FrameCountTruncates) {
+    TeskCrossFadeEffect fade;
+    struct Case {
+        int32_t length, frameRate, frames;
+    };
+    for (const Case& c : {Case{2000, 12, 24}, Case{1950, 12, 23}, Case{83, 12, 0}, Case{84, 12, 1},
+                          Case{0, 30, 0}, Case{10000, 120, 1200}}) {
+        fade.SetEffectTime(c.length, nullptr);
+        EXPECT_EQ(fade.GetFrameCount(c.frameRate), c.frames) << c.length << " ms";
+    }
+}
+
+TEST(TeskEffect, CloneIsEqualAndSharesNoObject) {
+    FakeHost host;
+    TeskWaveEffect wave;
+    wave.SetFile(&host);
+    wave.SetAmplitude(777, nullptr);
+    wave.SetLightColour(0x123456, nullptr);
+    ZoAutoPtr<TeskEffect> copy;
+    wave.Clone(copy);
+    ASSERT_NE(dynamic_cast<TeskWaveEffect*>(copy.get()), nullptr);
+    EXPECT_EQ(copy->GetFile(), &host);
+    const FieldDump original = FieldDump::Of(wave.GetState());
+    const FieldDump cloned = FieldDump::Of(copy->GetState());
+    EXPECT_EQ(cloned.lines, original.lines);
+    ASSERT_EQ(original.objects.size(), 1u);
+    EXPECT_EQ(cloned.objects.count(*original.objects.begin()), 0u);
+
+    static_cast<TeskWaveEffect&>(*copy).SetAmplitude(1, nullptr);
+    EXPECT_EQ(wave.GetAmplitude(), 777);
+}
+
+TEST(TeskEffect, CopyFromTakesTimingAndTheSharedObjectSlotsOnly) {
+    TeskCrossFadeEffect fade;
+    fade.SetTiming({5, 0, 3000, 250, 500}, nullptr);
+    fade.SetReservedBlock({7, {1, 2, 3, 4}}, nullptr);
+    fade.SetReturnToStart(true, nullptr);
+    ZoAutoPtr<TeskObject> red = std::make_unique<TeskSolidObject>(0x0000FF);
+    ZoAutoPtr<TeskObject> blue = std::make_unique<TeskSolidObject>(0xFF0000);
+    fade.SetStartObject(red, nullptr);
+    fade.SetEndObject(blue, nullptr);
+
+    TeskWaveEffect wave;
+    wave.SetAmplitude(5, nullptr);
+    wave.CopyFrom(fade);
+    EXPECT_EQ(wave.GetTiming(), fade.GetTiming());
+    EXPECT_EQ(wave.GetReservedBlock(), fade.GetReservedBlock());
+    EXPECT_EQ(SolidColour(wave.GetWaveObject()), 0x0000FFu);
+    EXPECT_NE(wave.GetWaveObject(), fade.GetStartObject());
+    EXPECT_EQ(wave.GetAmplitude(), 5);  // its own settings stay
+
+    TeskCrossFadeEffect back;
+    back.CopyFrom(wave);
+    EXPECT_EQ(SolidColour(back.GetStartObject()), 0x0000FFu);
+    EXPECT_EQ(ImageName(back.GetEndObject()), "<PreviewImage2>");
+    EXPECT_FALSE(back.GetReturnToStart());
+}
+
+TEST(TeskEffect, SwapStateTakesOnlyItsOwnStateClass) {
+    TeskCrossFadeEffect fade;
+    const TeskEffect::State* mine = &fade.GetState();
+    ZoAutoPtr<TeskEffect::State> foreign = TeskWaveEffect().GetState().Clone();
+    fade.SwapState(foreign);
+    EXPECT_EQ(&fade.GetState(), mine);
+    ASSERT_TRUE(foreign);
+    ZoAutoPtr<TeskEffect::State> own = std::make_unique<TeskCrossFadeEffect::CrossFadeState>();
+    fade.SwapState(own);
+    EXPECT_EQ(own.get(), mine);
+}
+
+TEST(TeskEffect, SettersSwapAStateCopyInsideATransactionAndChangeInPlaceWithout) {
+    using Setter = std::function<void(TeskWaveEffect&, ZoEditor::ZoEditTransaction*)>;
+    using Check = std::function<bool(const TeskWaveEffect&)>;
+    struct Case {
+        const char* name;
+        Setter set;
+        Check changed;
+    };
+    const std::vector<Case> cases = {
+        {"Edit Wavelength", [](auto& w, auto* t) { w.SetWavelength(300, t); },
+         [](auto& w) { return w.GetWavelength() == 300; }},
+        {"Edit Wave Style", [](auto& w, auto* t) { w.SetWaveStyle(TeskWaveEffect::kPulse, t); },
+         [](auto& w) { return w.GetWaveStyle() == TeskWaveEffect::kPulse; }},
+        {"Edit Contrast", [](auto& w, auto* t) { w.SetContrast(0, t); },
+         [](auto& w) { return w.GetLighting().contrast == 0; }},
+        {"Edit Dark Colour", [](auto& w, auto* t) { w.SetDarkColour(0x00FF00, t); },
+         [](auto& w) { return w.GetLighting().darkColour == 0x00FF00u; }},
+        {"Edit Grid Across",
+         [](auto& w, auto* t) {
+             TeskGridEffect::GridSettings settings = w.GetGridSettings();
+             settings.across = 9;
+             w.SetGridSettings(settings, t);
+         },
+         [](auto& w) { return w.GetGridSettings().across == 9; }},
+        {"Edit Effect Time", [](auto& w, auto* t) { w.SetEffectTime(4000, t); },
+         [](auto& w) { return w.GetTiming().endTime == 4000; }},
+        {"object",
+         [](auto& w, auto* t) {
+             ZoAutoPtr<TeskObject> solid = std::make_unique<TeskSolidObject>(0x112233);
+             w.SetWaveObject(solid, t);
+             EXPECT_FALSE(solid);
+         },
+         [](auto& w) { return SolidColour(w.GetWaveObject()) == 0x112233u; }},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        FakeHost host;
+        TeskWaveEffect wave;
+        wave.SetFile(&host);
+        const TeskEffect::State* before = &wave.GetState();
+        const std::vector<std::string> lines = FieldDump::Of(wave.GetState()).lines;
+        {
+            ZoEditor::ZoEditTransaction transaction(c.name);
+            c.set(wave, &transaction);
+            EXPECT_TRUE(c.changed(wave));
+            EXPECT_NE(&wave.GetState(), before);
+            EXPECT_EQ(transaction.GetActionCount(), 1);
+            ASSERT_EQ(transaction.GetHintCount(), 1);
+            bool reversed = false;
+            auto* hint =
+                dynamic_cast<TeskEffectUpdateHint*>(transaction.GetHints().GetHint(0, reversed));
+            ASSERT_NE(hint, nullptr);
+            EXPECT_EQ(hint->GetEffect(), &wave);
+            EXPECT_EQ(hint->GetKind(), kTeskEffectChanged);
+            EXPECT_EQ(hint->GetIndex(), -1);
+            transaction.Commit();
+            EXPECT_EQ(host.deliveries, std::vector<int>{1});
+            EXPECT_TRUE(transaction.UndoAll());
+            EXPECT_EQ(&wave.GetState(), before);
+            EXPECT_EQ(FieldDump::Of(wave.GetState()).lines, lines);
+        }
+        c.set(wave, nullptr);
+        EXPECT_TRUE(c.changed(wave));
+        EXPECT_EQ(&wave.GetState(), before);
+        EXPECT_EQ(host.deliveries.size(), 2u);  // commit and undo only
+    }
+}
+
+TEST(TeskEffect, MovieRectIsCentredOnlyForAMovieClipOffsetNotIgnored) {
+    struct Case {
+        bool hostOffset, ignore;
+        ZoRect rect;
+    };
+    for (const Case& c :
+         {Case{false, false, {0, 0, 3660, 4040}}, Case{true, true, {0, 0, 3660, 4040}},
+          Case{true, false, {-1830, -2020, 1830, 2020}}}) {
+        FakeHost host;
+        host.offset = c.hostOffset;
+        TeskCrossFadeEffect fade;
+        fade.SetFile(&host);
+        EXPECT_EQ(fade.GetMovieRect(183, 202, c.ignore), c.rect);
+    }
+    TeskCrossFadeEffect orphan;
+    EXPECT_EQ(orphan.GetMovieRect(10, 10, false), (ZoRect{0, 0, 200, 200}));
+}
+
+TEST(TeskEffectUpdateHint, ReversedKindsSwapInsertAndRemoveAndFoldUnknownIntoChanged) {
+    struct Case {
+        uint32_t kind, forward, reversed;
+    };
+    for (const Case& c :
+         {Case{0, 0, 1}, Case{1, 1, 0}, Case{2, 2, 2}, Case{3, 3, 3}, Case{9, 9, 2}}) {
+        TeskEffectUpdateHint hint(nullptr, c.kind, 4);
+        EXPECT_EQ(hint.GetKind(false), c.forward) << c.kind;
+        EXPECT_EQ(hint.GetKind(true), c.reversed) << c.kind;
+    }
+}
+
+}  // namespace
