@@ -127,7 +127,7 @@ TEST(Harness, ReportsTheRendererAndTimings) {
 TEST(Harness, MisframedMovieIsAFailure) {
     const std::vector<std::string> problems = kMisframed.Problems();
     ASSERT_FALSE(problems.empty());
-    EXPECT_NE(problems.front().find("malformed SWF"), std::string::npos) << problems.front();
+    EXPECT_NE(problems.front().find("invalid SWF"), std::string::npos) << problems.front();
     EXPECT_THROW(kMisframed.FrameFile(0), PlaybackError);
 }
 

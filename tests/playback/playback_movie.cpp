@@ -10,7 +10,7 @@
 #include <iterator>
 #include <set>
 
-#include "playback/swf_framing.h"
+#include "support/swf_reader.h"
 
 namespace playback {
 
@@ -31,9 +31,9 @@ struct Registration {
 
 struct MovieState {
     std::filesystem::path file;
-    std::string writeError;    // the movie could not be written: nothing to play
-    std::string framingError;  // written, but its bytes are not a well-framed SWF
-    std::size_t job = 0;       // index in the batch when written
+    std::string writeError;            // the movie could not be written: nothing to play
+    std::vector<std::string> invalid;  // written, but the strict validator objects
+    std::size_t job = 0;               // index in the batch when written
     JobReport report;
 };
 
@@ -129,6 +129,14 @@ void RemoveStaleCaptures(const std::filesystem::path& workDir, const std::filesy
     }
 }
 
+std::vector<std::string> Validate(const std::vector<std::uint8_t>& bytes) {
+    try {
+        return SwfTest::ValidateSwf(bytes).problems;
+    } catch (const std::exception& error) {
+        return {std::string("the validator gave up: ") + error.what()};
+    }
+}
+
 // Another process of the program may be playing the same files, so each movie
 // appears whole, by renaming. Jobs get their movie's name as output folder.
 void WriteMovies(Suite& suite, const std::filesystem::path& movieDir, std::vector<CaptureJob>& jobs,
@@ -160,7 +168,7 @@ void WriteMovies(Suite& suite, const std::filesystem::path& movieDir, std::vecto
         }
         std::filesystem::rename(draft, movie.file);
         std::filesystem::remove_all(draft.parent_path());
-        movie.framingError = CheckSwfFraming(bytes);
+        movie.invalid = Validate(bytes);
         movie.job = jobs.size();
         jobs.push_back({movie.file, registration.frames, registration.name});
         fingerprint.Add(registration.name);
@@ -170,8 +178,7 @@ void WriteMovies(Suite& suite, const std::filesystem::path& movieDir, std::vecto
     }
 }
 
-void Play(Suite& suite) {
-    suite.played = true;
+void PlayOnce(Suite& suite) {
     const std::filesystem::path workDir = ProgramWorkDir();
     std::filesystem::create_directories(workDir / "movies");
     // The runner and its pinned packages are part of what a capture depends on.
@@ -203,18 +210,30 @@ void Play(Suite& suite) {
     }
 }
 
+// Whatever goes wrong on the way fails every query with the same line.
+void Play(Suite& suite) {
+    if (suite.played) {
+        return;
+    }
+    suite.played = true;
+    try {
+        PlayOnce(suite);
+    } catch (const std::exception& error) {
+        suite.batch.error = std::string("preparing the batch failed: ") + error.what();
+    }
+    suite.movies.resize(suite.registrations.size());
+}
+
 const MovieState& PlayedMovie(std::size_t index) {
     Suite& suite = TheSuite();
-    if (!suite.played) {
-        Play(suite);
-    }
+    Play(suite);
     const MovieState& movie = suite.movies.at(index);
     const std::string& name = suite.registrations[index].name;
-    if (!movie.writeError.empty()) {
-        throw PlaybackError("playback of \"" + name + "\": " + movie.writeError);
-    }
     if (!suite.batch.error.empty()) {
         throw PlaybackError("playback: " + suite.batch.error);
+    }
+    if (!movie.writeError.empty()) {
+        throw PlaybackError("playback of \"" + name + "\": " + movie.writeError);
     }
     return movie;
 }
@@ -232,10 +251,11 @@ std::filesystem::path PlaybackMovie::File() const {
 
 std::vector<std::string> PlaybackMovie::Problems() const {
     const MovieState& movie = PlayedMovie(index_);
-    std::vector<std::string> problems = movie.report.errors;
-    if (!movie.framingError.empty()) {
-        problems.insert(problems.begin(), "malformed SWF: " + movie.framingError);
+    std::vector<std::string> problems;
+    for (const std::string& problem : movie.invalid) {
+        problems.push_back("invalid SWF: " + problem);
     }
+    problems.insert(problems.end(), movie.report.errors.begin(), movie.report.errors.end());
     return problems;
 }
 
@@ -268,9 +288,7 @@ const JobReport& PlaybackMovie::Report() const {
 
 const BatchReport& PlaybackMovie::Batch() {
     Suite& suite = TheSuite();
-    if (!suite.played) {
-        Play(suite);
-    }
+    Play(suite);
     return suite.batch;
 }
 

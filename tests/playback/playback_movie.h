@@ -38,8 +38,9 @@ class PlaybackMovie {
     /// The movie's file after writing.
     std::filesystem::path File() const;
 
-    /// What is wrong with the movie: a framing fault in its bytes and every
-    /// error the player reported. Throws PlaybackError when nothing could be
+    /// What is wrong with the movie: what the strict SWF validator of
+    /// tests/support finds (players forgive much), then every error the
+    /// player reported. Throws PlaybackError when nothing could be
     /// played (Chromium did not start, the movie could not be written).
     std::vector<std::string> Problems() const;
 

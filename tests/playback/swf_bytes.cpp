@@ -32,8 +32,11 @@ class Bits {
     int used_ = 0;
 };
 
-// The fewest bits that hold every value as a signed field.
+// The fewest bits that hold every value as a signed field; none for zeros.
 int SignedBits(std::initializer_list<int> values) {
+    if (std::all_of(values.begin(), values.end(), [](int value) { return value == 0; })) {
+        return 0;
+    }
     int bits = 1;
     for (int value : values) {
         while (value < -(1 << (bits - 1)) || value >= (1 << (bits - 1))) {
@@ -101,10 +104,8 @@ std::vector<std::uint8_t> RectangleEdges(int width, int height) {
     bits.Unsigned(1, 4);         // fill index bits
     bits.Unsigned(0, 4);         // line index bits
     bits.Unsigned(0b000101, 6);  // style change: fill style 1 and a move
-    bits.Unsigned(1, 5);         // move to (0, 0) in one-bit fields
-    bits.Signed(0, 1);
-    bits.Signed(0, 1);
-    bits.Unsigned(1, 1);  // fill style 1
+    bits.Unsigned(0, 5);         // move to (0, 0): fields of no bits
+    bits.Unsigned(1, 1);         // fill style 1
     const int deltas[4][2] = {{width, 0}, {0, height}, {-width, 0}, {0, -height}};
     for (const auto& delta : deltas) {
         // The bit count is stored minus two, so fields have at least two bits.
