@@ -54,6 +54,23 @@ TEST(TeskEffectRegistry, HoldsOnlyCompilableEffectsOnce) {
     EXPECT_EQ(effect->GetInfo().guid, info.guid);
 }
 
+TEST(TeskEffectRegistry, StoredEffectsIncludeTheWaveOfNewDocuments) {
+    TeskRegisterEffects();
+    struct Case {
+        ZoGuid guid;
+        bool known;
+    };
+    for (const Case& c : {Case{kCrossFadeGuid, true}, Case{kWaveGuid, true},
+                          Case{*ZoGuid::Parse("{00000000-0000-0000-0000-000000000001}"), false}}) {
+        ZoAutoPtr<TeskEffect> effect = std::make_unique<TeskCrossFadeEffect>();
+        TeskCreateStoredEffect(c.guid, effect);
+        ASSERT_EQ(effect != nullptr, c.known) << c.guid.ToString();
+        if (effect) {
+            EXPECT_EQ(effect->GetInfo().guid, c.guid);
+        }
+    }
+}
+
 TEST(TeskEffect, DefaultsOfTheCommonBlockAndTheObjectSlots) {
     TeskCrossFadeEffect fade;
     TeskWaveEffect wave;
