@@ -55,8 +55,11 @@ struct Channel {
         if (mask == 0) {
             return absent;
         }
-        const uint64_t value = (pixel & mask) >> shift;
-        return static_cast<uint8_t>((value * 255 + maximum / 2) / maximum);
+        const uint32_t value = (pixel & mask) >> shift;
+        if (maximum == 0xFF) {
+            return static_cast<uint8_t>(value);  // the common 8-bit channel needs no scaling
+        }
+        return static_cast<uint8_t>((uint64_t{value} * 255 + maximum / 2) / maximum);
     }
 };
 
