@@ -8,6 +8,7 @@
 #include "flash/swf_file.h"
 #include "media/colour_key.h"
 #include "media/image_path.h"
+#include "media/jpeg_header.h"
 #include "media/resource_manager.h"
 #include "media/swf_resource_manager.h"
 #include "platform/zo_exception.h"
@@ -66,8 +67,8 @@ ZoAutoPtr2<Tag> CopyLossless(const ZoFDefineBitsLosslessTag& cached, int charact
 ZoFlash::ZoSWFImage::ImageOutputType TeskImageOutputType(const ZoString& path) {
     if (TeskIsBuiltInImageName(path) || !HasJpegExtension(path))
         return ZoFlash::ZoSWFImage::kOutputLossless;
-    return ZoImageCodec::IsJpegFile(path) ? ZoFlash::ZoSWFImage::kOutputJPEG
-                                          : ZoFlash::ZoSWFImage::kOutputLossless;
+    return TeskIsPlayableJpegFile(path) ? ZoFlash::ZoSWFImage::kOutputJPEG
+                                        : ZoFlash::ZoSWFImage::kOutputLossless;
 }
 
 TeskSWFImage::TeskSWFImage(const ZoString& path, ZoAutoInterface2<ZoReferenceImage> picture,

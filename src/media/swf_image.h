@@ -7,8 +7,8 @@
 #include "flash/swf_image.h"
 #include "media/reference_image.h"
 
-/// JPEG output for files that are JPEG by both name and content, lossless
-/// for everything else (built-in pictures included).
+/// JPEG output for files with a JPEG name whose data a player can show as it
+/// is; lossless for everything else (built-in pictures included).
 ZoFlash::ZoSWFImage::ImageOutputType TeskImageOutputType(const ZoString& path);
 
 /// One picture with one transparent colour and tolerance, encoded at most

@@ -7,6 +7,7 @@
 #include "media/media_test_files.h"
 #include "media/resource_manager.h"
 #include "platform/image_codec.h"
+#include "platform/image_test_files.h"
 #include "support/movie_check.h"
 
 namespace {
@@ -96,14 +97,33 @@ TEST(TeskSWFImage, JpegFilesKeepTheirOwnBytes) {
     EXPECT_EQ(alpha, std::vector<uint8_t>(64, 0));  // every grey pixel keyed out
 }
 
-TEST(TeskSWFImage, OutputTypeNeedsAJpegNameAndJpegContent) {
-    const auto jpeg = NewName(".JPEG"), misnamed = NewName(".jpg"), png = NewName(".png");
-    WriteFile(jpeg, MediaTestFiles::GreyJpeg(2, 2));
-    WriteFile(misnamed, MediaTestFiles::SolidPng(2, 2, 0, 0));
-    WriteFile(png, MediaTestFiles::GreyJpeg(2, 2));
-    EXPECT_EQ(TeskImageOutputType(jpeg.string()), ZoSWFImage::kOutputJPEG);
-    EXPECT_EQ(TeskImageOutputType(misnamed.string()), ZoSWFImage::kOutputLossless);
-    EXPECT_EQ(TeskImageOutputType(png.string()), ZoSWFImage::kOutputLossless);
+TEST(TeskSWFImage, OnlyJpegsAPlayerCanShowKeepTheirBytes) {
+    auto jpegOf = [](int components, bool progressive) {
+        ImageTestFiles::JpegSource source{8, 8, components, progressive, {}};
+        source.samples.assign(64 * components, 100);
+        return ImageTestFiles::EncodeJpeg(source);
+    };
+    struct Case {
+        const char* name;
+        const char* extension;
+        std::vector<uint8_t> bytes;
+        ZoSWFImage::ImageOutputType expected;
+    } cases[] = {
+        {"colour", ".JPEG", jpegOf(3, false), ZoSWFImage::kOutputJPEG},
+        {"grey", ".jpg", jpegOf(1, false), ZoSWFImage::kOutputJPEG},
+        {"progressive", ".jpg", jpegOf(3, true), ZoSWFImage::kOutputLossless},
+        {"CMYK", ".jpg", jpegOf(4, false), ZoSWFImage::kOutputLossless},
+        {"PNG named .jpg", ".jpg", MediaTestFiles::SolidPng(2, 2, 0, 0),
+         ZoSWFImage::kOutputLossless},
+        {"JPEG named .png", ".png", jpegOf(3, false), ZoSWFImage::kOutputLossless},
+        {"truncated", ".jpg", {0xFF, 0xD8, 0xFF, 0xE0, 0x00}, ZoSWFImage::kOutputLossless},
+    };
+    for (const auto& c : cases) {
+        const auto path = NewName(c.extension);
+        WriteFile(path, c.bytes);
+        EXPECT_EQ(TeskImageOutputType(path.string()), c.expected) << c.name;
+    }
+    EXPECT_EQ(TeskImageOutputType(NewName(".jpg").string()), ZoSWFImage::kOutputLossless);
     EXPECT_EQ(TeskImageOutputType("<PreviewImage1>"), ZoSWFImage::kOutputLossless);
 }
 
