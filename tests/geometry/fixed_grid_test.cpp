@@ -114,21 +114,4 @@ TEST(FixedGridTest, ChosenGridsStayNearTheBudget) {
     EXPECT_EQ(hex.GetDown(), 5);
 }
 
-TEST(FixedGridTest, ClonesKeepClassAndSize) {
-    const TeskGridTriangulation grid = Grid(1, 3, 7);
-    const auto gridCopy = grid.Clone();
-    const auto* copiedGrid = dynamic_cast<const TeskGridTriangulation*>(gridCopy.get());
-    ASSERT_NE(copiedGrid, nullptr);
-    EXPECT_EQ(copiedGrid->GetDiagonal(), 1);
-    EXPECT_EQ(copiedGrid->GetAcross(), 3);
-    EXPECT_EQ(copiedGrid->GetDown(), 7);
-
-    const TeskHexTriangulation hex = Hex(6, 4);
-    const auto hexCopy = hex.Clone();
-    const auto* copiedHex = dynamic_cast<const TeskHexTriangulation*>(hexCopy.get());
-    ASSERT_NE(copiedHex, nullptr);
-    EXPECT_EQ(copiedHex->GetAcross(), 6);
-    EXPECT_EQ(copiedHex->GetDown(), 4);
-}
-
 }  // namespace

@@ -146,18 +146,6 @@ TEST(PolyShapeTest, QuadraticCutAtItsApexSplitsIntoTwoCurvesMeetingOnTheLine) {
     EXPECT_NEAR(SignedArea(right), whole / 2.0, 1e-12);
 }
 
-TEST(PolyShapeTest, QuadraticCrossedTwiceKeepsTheMiddleBetweenTheCrossings) {
-    // The line y = −2.5 crosses the arch at x = 5 ± 5/√2.
-    const ZoPolyShape cap = CutCopy(Arch(), {10, -2.5}, {0, -2.5});
-    ASSERT_EQ(cap.ContourCount(), 1);
-    const double half = 5.0 / std::numbers::sqrt2;
-    const ZoDoubleRect bounds = cap.GetBounds();
-    EXPECT_NEAR(bounds.left, 5 - half, 1e-12);
-    EXPECT_NEAR(bounds.right, 5 + half, 1e-12);
-    // The cap of the parabola y = −x(10 − x)/5 above y = −2.5.
-    EXPECT_NEAR(SignedArea(cap), 4.0 * half * half * half / 15.0, 1e-9);
-}
-
 TEST(PolyShapeTest, TransformAppliesScaleThenTranslationToEveryPoint) {
     ZoPolyShape shape = Arch();
     shape.Transform(ZoAffineMatrix::Scale(2, 3).Then(ZoAffineMatrix::Translate(100, 200)));
@@ -280,37 +268,6 @@ TEST(PolyShapeCutPropertyTest, EveryInsidePointLandsInExactlyOnePartSeed2026) {
                 if (inKept) {
                     ASSERT_LT(ZoLineSide(a, b, p), 0.0) << "trial " << trial;
                 }
-            }
-        }
-    }
-}
-
-TEST(PolyShapeCutPropertyTest, CutsByAConvexPolygonsEdgesLeaveTheirIntersectionSeed77) {
-    // Cutting by the four edges of a square one after the other must leave
-    // exactly the part of the shape inside it, whatever the edges' order.
-    RandomShapes random(77);
-    for (int trial = 0; trial < 100; ++trial) {
-        const ZoPolyShape whole = random.Star(true, true);
-        const double left = random.Uniform(-1.0, 0.5);
-        const double top = random.Uniform(-1.0, 0.5);
-        const double size = random.Uniform(0.1, 1.0);
-        const ZoDoublePoint corners[] = {
-            {left, top}, {left + size, top}, {left + size, top + size}, {left, top + size}};
-        ZoPolyShape inside = whole;
-        ZoPolyShape rotated = whole;
-        for (int edge = 0; edge < 4; ++edge) {
-            inside.Cut(corners[edge], corners[(edge + 1) % 4]);
-            rotated.Cut(corners[(edge + 2) % 4], corners[(edge + 3) % 4]);
-        }
-        ASSERT_NEAR(SignedArea(inside), SignedArea(rotated), 1e-9) << "trial " << trial;
-        for (const ZoPolyContour& contour : inside.Contours()) {
-            for (const auto& record : contour) {
-                if (record.kind == ZoPolyPointKind::kQuadraticControl)
-                    continue;
-                EXPECT_GE(record.point.x, left - 1e-12);
-                EXPECT_LE(record.point.x, left + size + 1e-12);
-                EXPECT_GE(record.point.y, top - 1e-12);
-                EXPECT_LE(record.point.y, top + size + 1e-12);
             }
         }
     }
