@@ -64,7 +64,6 @@ void ZoSWFShape::SetSolidFill(const ZoSWFColour& colour) {
     ZoFFillStyle style;
     style.colour = colour.ToRecord();
     currentFill_ = AddFill(std::move(style), nullptr);
-    NoteStyleChange();
 }
 
 void ZoSWFShape::SetGradientFill(ZoFFillStyle::Type type, std::vector<ZoSWFColour>&& colours,
@@ -74,7 +73,6 @@ void ZoSWFShape::SetGradientFill(ZoFFillStyle::Type type, std::vector<ZoSWFColou
     style.matrix = matrix;
     style.gradient = GradientStops(colours, ratios);
     currentFill_ = AddFill(std::move(style), nullptr);
-    NoteStyleChange();
 }
 
 void ZoSWFShape::SetLinearGradientFill(std::vector<ZoSWFColour> colours, const ZoPoint& from,
@@ -109,7 +107,6 @@ void ZoSWFShape::SetBitmapFill(ZoFFillStyle::Type type, const ZoAutoInterface2<Z
     style.type = type;
     style.matrix = MatrixOf(scaleX, 0, 0, scaleY, x, y);
     currentFill_ = AddFill(std::move(style), image);
-    NoteStyleChange();
 }
 
 void ZoSWFShape::SetClippedBitmapFill(const ZoAutoInterface2<ZoSWFImage>& image, double x, double y,
@@ -130,38 +127,35 @@ void ZoSWFShape::SetLine(int width, const ZoSWFColour& colour) {
     if (found == lines_.end())
         found = lines_.insert(lines_.end(), style);
     currentLine_ = static_cast<int>(found - lines_.begin()) + 1;
-    NoteStyleChange();
 }
 
 void ZoSWFShape::SetNoLine() {
     currentLine_ = 0;
-    NoteStyleChange();
 }
 
 void ZoSWFShape::ResetStyles() {
     currentFill_ = 0;
     currentLine_ = 0;
-    NoteStyleChange();
-}
-
-void ZoSWFShape::NoteStyleChange() {
-    styleDirty_ = true;
 }
 
 void ZoSWFShape::MoveTo(int x, int y) {
+    // A style index is written only when it differs from the one in force,
+    // which starts as 0 (none) for both.
     Command c{Command::Kind::kMove, -1, -1, {}, {x, y}};
-    if (styleDirty_) {
-        c.fill = currentFill_;
-        c.line = currentLine_;
-        styleDirty_ = false;
-    }
-    c.to = {x, y};
+    if (currentFill_ != writtenFill_)
+        c.fill = writtenFill_ = currentFill_;
+    if (currentLine_ != writtenLine_)
+        c.line = writtenLine_ = currentLine_;
     commands_.push_back(c);
     pen_ = c.to;
 }
 
+bool ZoSWFShape::StyleChanged() const noexcept {
+    return currentFill_ != writtenFill_ || currentLine_ != writtenLine_;
+}
+
 void ZoSWFShape::LineTo(int x, int y) {
-    if (styleDirty_)
+    if (StyleChanged())
         MoveTo(pen_.x, pen_.y);
     if (ZoPoint{x, y} == pen_)
         return;
@@ -173,7 +167,7 @@ void ZoSWFShape::LineTo(int x, int y) {
 }
 
 void ZoSWFShape::CurveTo(ZoPoint control, ZoPoint anchor) {
-    if (styleDirty_)
+    if (StyleChanged())
         MoveTo(pen_.x, pen_.y);
     Include(pen_.x, pen_.y);
     Include(control.x, control.y);

@@ -72,14 +72,14 @@ class ZoSWFShape : public ZoSWFObject {
     void SetBitmapFill(ZoFFillStyle::Type type, const ZoAutoInterface2<ZoSWFImage>& image, double x,
                        double y, double scaleX, double scaleY);
     void Include(int x, int y);
-    void NoteStyleChange();
+    bool StyleChanged() const noexcept;
 
     std::vector<ZoFFillStyle> fills_;
     std::vector<ZoAutoInterface2<ZoSWFImage>> fillImages_;  // per fill; null if none
     std::vector<ZoFLineStyle> lines_;
     std::vector<Command> commands_;
     int currentFill_ = 0, currentLine_ = 0;  // 1-based; 0 none
-    bool styleDirty_ = true;
+    int writtenFill_ = 0, writtenLine_ = 0;  // in force at the last edge
     ZoPoint pen_;
     ZoRect bounds_;
     bool hasBounds_ = false;
