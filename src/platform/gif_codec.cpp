@@ -24,13 +24,19 @@ int ReadFromMemory(GifFileType* gif, GifByteType* target, int count) {
     return static_cast<int>(copied);
 }
 
+// giflib has no text for some failures (a malformed control block, say).
+std::string_view Reason(int error) noexcept {
+    const char* text = GifErrorString(error);
+    return text != nullptr ? text : "";
+}
+
 class GifReader {
   public:
     explicit GifReader(std::span<const uint8_t> bytes) : reader_{bytes} {
         int error = 0;
         gif_ = DGifOpen(&reader_, ReadFromMemory, &error);
         if (gif_ == nullptr) {
-            ThrowCorrupt("GIF", GifErrorString(error));
+            ThrowCorrupt("GIF", Reason(error));
         }
     }
     ~GifReader() {
@@ -45,7 +51,7 @@ class GifReader {
 
     void Check(int result) const {
         if (result != GIF_OK) {
-            ThrowCorrupt("GIF", GifErrorString(gif_->Error));
+            ThrowCorrupt("GIF", Reason(gif_->Error));
         }
     }
 
@@ -71,9 +77,10 @@ int ReadUpToFirstImage(GifReader& gif) {
         int code = 0;
         GifByteType* block = nullptr;
         gif.Check(DGifGetExtension(&*gif, &code, &block));
-        if (code == GRAPHICS_EXT_FUNC_CODE && block != nullptr) {
-            GraphicsControlBlock control{};
-            gif.Check(DGifExtensionToGCB(block[0], block + 1, &control));
+        GraphicsControlBlock control{};
+        // A control block of the wrong length is ignored, as browsers do.
+        if (code == GRAPHICS_EXT_FUNC_CODE && block != nullptr &&
+            DGifExtensionToGCB(block[0], block + 1, &control) == GIF_OK) {
             transparentIndex = control.TransparentColor;
         }
         while (block != nullptr) {

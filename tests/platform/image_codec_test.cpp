@@ -251,7 +251,13 @@ INSTANTIATE_TEST_SUITE_P(
                       BadCase{"JpegCutInData", Cut(SmallJpeg(), SmallJpeg().size() - 40)},
                       BadCase{"GifSignatureOnly", Cut(SmallGif(), 6)},
                       BadCase{"GifCutBeforeImage", Cut(SmallGif(), 13 + 12)},
-                      BadCase{"GifCutInData", Cut(SmallGif(), SmallGif().size() - 6)}),
+                      BadCase{"GifCutInData", Cut(SmallGif(), SmallGif().size() - 6)},
+                      // Found by fuzzing: giflib has no message for this one.
+                      BadCase{"GifOddControlBlockAndNoImage",
+                              {'G',  'I',  'F',  '8',  '9',  'a',  5,    0,    6,    0,
+                               0x91, 0,    0,    0xFF, 0,    0xF2, 0,    0xFF, 0,    0,
+                               0,    0xFF, 0xFF, 0xFF, 0xFF, 0x21, 0xF9, 7,    0x44, 0x64,
+                               0x22, 3,    0x1C, 0x37, 0x0A, 0,    0x3B}}),
     [](const auto& info) { return info.param.name; });
 
 void PutBigEndian32(Bytes& bytes, std::size_t at, uint32_t value) {
