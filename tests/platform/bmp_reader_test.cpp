@@ -8,6 +8,8 @@
 namespace {
 
 using ImageTestFiles::Bytes;
+using ImageTestFiles::DecodeCase;
+using ImageTestFiles::DecodeTest;
 using ImageTestFiles::Expected;
 
 void Put16(Bytes& out, uint32_t value) {
@@ -93,78 +95,67 @@ Bytes Pixels(std::initializer_list<const uint8_t*> pixels) {
     return rgba;
 }
 
-struct BmpCase {
-    const char* name;
-    Bytes file;
-    Expected expected;
-};
-
-class BmpDecodeTest : public ::testing::TestWithParam<BmpCase> {};
-
-TEST_P(BmpDecodeTest, GivesTopDownRgba) {
-    const BmpCase& c = GetParam();
-    const ZoDecodedImage image = ZoImageCodec::Decode(c.file);
-    EXPECT_EQ(image.format, ZoImageFormat::Bmp);
-    ImageTestFiles::ExpectImage(image, c.expected);
-    EXPECT_EQ(ZoImageCodec::PeekSize(c.file), (ZoSize{c.expected.width, c.expected.height}));
-}
-
 INSTANTIATE_TEST_SUITE_P(
-    Layouts, BmpDecodeTest,
+    Bmp, DecodeTest,
     ::testing::Values(
         // Top row red, green; bottom row blue, white. Rows pad to 4 bytes.
-        BmpCase{"Rgb24BottomUp",
-                Plain(2, 2, 24, {}, {255, 0, 0, 255, 255, 255, 0, 0, 0, 0, 255, 0, 255, 0, 0, 0}),
-                {2, 2, Pixels({R, G, B, W})}},
-        BmpCase{"Rgb24TopDown",
-                Plain(2, -2, 24, {}, {0, 0, 255, 0, 255, 0, 0, 0, 255, 0, 0, 255, 255, 255, 0, 0}),
-                {2, 2, Pixels({R, G, B, W})}},
-        BmpCase{"Palette1",
-                Plain(3, 2, 1, kBlackWhite, {0x40, 0, 0, 0, 0xA0, 0, 0, 0}),
-                {3, 2, Pixels({W, K, W, K, W, K})}},
-        BmpCase{"Palette4ShortTable",
-                MakeBmp(40, 3, 1, 4, 0, kRedGreenBlue, 3, std::nullopt, {0x20, 0x10, 0, 0}),
-                {3, 1, Pixels({B, R, G})}},
-        BmpCase{"Palette8IndexPastTableIsBlack",
-                MakeBmp(40, 2, 1, 8, 0, kRedGreenBlue, 1, std::nullopt, {0, 5, 0, 0}),
-                {2, 1, Pixels({R, K})}},
-        BmpCase{"Rgb16Is555",
-                Plain(2, 1, 16, {}, {0x00, 0x7C, 0x10, 0x42}),
-                {2, 1, {255, 0, 0, 255, 132, 132, 132, 255}}},
-        BmpCase{"BitFields565",
-                MakeBmp(40, 2, 1, 16, 3, {}, 0, Masks{0xF800, 0x07E0, 0x001F, 0},
-                        {0xE0, 0x07, 0x1F, 0xF8}),
-                {2, 1, {0, 255, 0, 255, 255, 0, 255, 255}}},
-        BmpCase{"Rgb32IgnoresReservedByte",
-                Plain(1, 1, 32, {}, {10, 20, 30, 0}),
-                {1, 1, {30, 20, 10, 255}}},
-        BmpCase{"V5HeaderWithAlphaMask",
-                MakeBmp(124, 1, 1, 32, 3, {}, 0,
-                        Masks{0x00FF0000, 0x0000FF00, 0x000000FF, 0xFF000000}, {10, 20, 30, 128}),
-                {1, 1, {30, 20, 10, 128}, true}},
-        BmpCase{"AlphaBitFieldsAfterShortHeader",
-                MakeBmp(40, 1, 1, 32, 6, {}, 0,
-                        Masks{0x000000FF, 0x0000FF00, 0x00FF0000, 0xFF000000}, {10, 20, 30, 0}),
-                {1, 1, {10, 20, 30, 0}, true}},
-        BmpCase{"CoreHeader24",
-                MakeBmp(12, 1, 1, 24, 0, {}, 0, std::nullopt, {1, 2, 3, 0}),
-                {1, 1, {3, 2, 1, 255}}},
-        BmpCase{"CoreHeaderPaletteOfTriples",
-                MakeBmp(12, 2, 1, 1, 0, {0, 0, 255, 255, 0, 0}, 0, std::nullopt, {0x40, 0, 0, 0}),
-                {2, 1, Pixels({R, B})}},
+        DecodeCase{
+            "Rgb24BottomUp",
+            Plain(2, 2, 24, {}, {255, 0, 0, 255, 255, 255, 0, 0, 0, 0, 255, 0, 255, 0, 0, 0}),
+            {2, 2, Pixels({R, G, B, W})}},
+        DecodeCase{
+            "Rgb24TopDown",
+            Plain(2, -2, 24, {}, {0, 0, 255, 0, 255, 0, 0, 0, 255, 0, 0, 255, 255, 255, 0, 0}),
+            {2, 2, Pixels({R, G, B, W})}},
+        DecodeCase{"Palette1",
+                   Plain(3, 2, 1, kBlackWhite, {0x40, 0, 0, 0, 0xA0, 0, 0, 0}),
+                   {3, 2, Pixels({W, K, W, K, W, K})}},
+        DecodeCase{"Palette4ShortTable",
+                   MakeBmp(40, 3, 1, 4, 0, kRedGreenBlue, 3, std::nullopt, {0x20, 0x10, 0, 0}),
+                   {3, 1, Pixels({B, R, G})}},
+        DecodeCase{"Palette8IndexPastTableIsBlack",
+                   MakeBmp(40, 2, 1, 8, 0, kRedGreenBlue, 1, std::nullopt, {0, 5, 0, 0}),
+                   {2, 1, Pixels({R, K})}},
+        DecodeCase{"Rgb16Is555",
+                   Plain(2, 1, 16, {}, {0x00, 0x7C, 0x10, 0x42}),
+                   {2, 1, {255, 0, 0, 255, 132, 132, 132, 255}}},
+        DecodeCase{"BitFields565",
+                   MakeBmp(40, 2, 1, 16, 3, {}, 0, Masks{0xF800, 0x07E0, 0x001F, 0},
+                           {0xE0, 0x07, 0x1F, 0xF8}),
+                   {2, 1, {0, 255, 0, 255, 255, 0, 255, 255}}},
+        DecodeCase{"Rgb32IgnoresReservedByte",
+                   Plain(1, 1, 32, {}, {10, 20, 30, 0}),
+                   {1, 1, {30, 20, 10, 255}}},
+        DecodeCase{
+            "V5HeaderWithAlphaMask",
+            MakeBmp(124, 1, 1, 32, 3, {}, 0, Masks{0x00FF0000, 0x0000FF00, 0x000000FF, 0xFF000000},
+                    {10, 20, 30, 128}),
+            {1, 1, {30, 20, 10, 128}, true}},
+        DecodeCase{"AlphaBitFieldsAfterShortHeader",
+                   MakeBmp(40, 1, 1, 32, 6, {}, 0,
+                           Masks{0x000000FF, 0x0000FF00, 0x00FF0000, 0xFF000000}, {10, 20, 30, 0}),
+                   {1, 1, {10, 20, 30, 0}, true}},
+        DecodeCase{"CoreHeader24",
+                   MakeBmp(12, 1, 1, 24, 0, {}, 0, std::nullopt, {1, 2, 3, 0}),
+                   {1, 1, {3, 2, 1, 255}}},
+        DecodeCase{
+            "CoreHeaderPaletteOfTriples",
+            MakeBmp(12, 2, 1, 1, 0, {0, 0, 255, 255, 0, 0}, 0, std::nullopt, {0x40, 0, 0, 0}),
+            {2, 1, Pixels({R, B})}},
         // Bottom row: a run of four of entry 1; top row: a literal of three,
         // padded to a word, then the end before the fourth pixel.
-        BmpCase{"Rle8",
-                MakeBmp(40, 4, 2, 8, 1, kRedGreenBlue, 3, std::nullopt,
-                        {4, 1, 0, 0, 0, 3, 0, 2, 0, 0, 0, 1}),
-                {2 * 2, 2, Pixels({R, B, R, Clear, G, G, G, G}), true}},
+        DecodeCase{"Rle8",
+                   MakeBmp(40, 4, 2, 8, 1, kRedGreenBlue, 3, std::nullopt,
+                           {4, 1, 0, 0, 0, 3, 0, 2, 0, 0, 0, 1}),
+                   {2 * 2, 2, Pixels({R, B, R, Clear, G, G, G, G}), true}},
         // Bottom row: a run of four alternating entries and a literal of
         // three; top row: moved one pixel right by a delta, then one pixel.
-        BmpCase{"Rle4WithDelta",
-                MakeBmp(40, 7, 2, 4, 2, kRedGreenBlue, 3, std::nullopt,
-                        {4, 0x12, 0, 3, 0x20, 0x10, 0, 0, 0, 2, 1, 0, 1, 0x00, 0, 1}),
-                {7, 2, Pixels({Clear, R, Clear, Clear, Clear, Clear, Clear, G, B, G, B, B, R, G}),
-                 true}}),
+        DecodeCase{
+            "Rle4WithDelta",
+            MakeBmp(40, 7, 2, 4, 2, kRedGreenBlue, 3, std::nullopt,
+                    {4, 0x12, 0, 3, 0x20, 0x10, 0, 0, 0, 2, 1, 0, 1, 0x00, 0, 1}),
+            {7, 2, Pixels({Clear, R, Clear, Clear, Clear, Clear, Clear, G, B, G, B, B, R, G}),
+             true}}),
     [](const auto& info) { return info.param.name; });
 
 struct BadBmp {

@@ -14,8 +14,9 @@
 namespace {
 
 using ImageTestFiles::Bytes;
+using ImageTestFiles::DecodeCase;
+using ImageTestFiles::DecodeTest;
 using ImageTestFiles::Expected;
-using ImageTestFiles::ExpectImage;
 using ImageTestFiles::GifSource;
 using ImageTestFiles::JpegSource;
 using ImageTestFiles::PngSource;
@@ -29,7 +30,7 @@ int MaxDifference(const Bytes& a, const Bytes& b) {
     return worst;
 }
 
-// A smooth test picture (channels 0..255 over the surface), with `alpha`.
+// A smooth test picture: channels run 0..255 over the surface, alpha is 255.
 Bytes Gradient(int width, int height, int components) {
     Bytes samples;
     for (int y = 0; y < height; ++y) {
@@ -42,57 +43,49 @@ Bytes Gradient(int width, int height, int components) {
     return samples;
 }
 
-struct PngCase {
-    const char* name;
-    PngSource source;
-    Expected expected;
-};
-
-class PngDecodeTest : public ::testing::TestWithParam<PngCase> {};
-
-TEST_P(PngDecodeTest, GivesStraightRgba) {
-    const PngCase& c = GetParam();
-    const ZoDecodedImage image = ZoImageCodec::Decode(ImageTestFiles::EncodePng(c.source));
-    EXPECT_EQ(image.format, ZoImageFormat::Png);
-    ExpectImage(image, c.expected);
-}
-
 INSTANTIATE_TEST_SUITE_P(
-    Formats, PngDecodeTest,
+    Png, DecodeTest,
     ::testing::Values(
-        PngCase{"Rgb8",
-                {2, 1, PNG_COLOR_TYPE_RGB, 8, {10, 20, 30, 40, 50, 60}},
-                {2, 1, {10, 20, 30, 255, 40, 50, 60, 255}}},
-        PngCase{"Rgba8",
-                {2, 1, PNG_COLOR_TYPE_RGBA, 8, {1, 2, 3, 0, 4, 5, 6, 128}},
-                {2, 1, {1, 2, 3, 0, 4, 5, 6, 128}, true}},
-        PngCase{"Rgba8AllOpaqueHasNoAlpha",
-                {1, 1, PNG_COLOR_TYPE_RGBA, 8, {7, 8, 9, 255}},
-                {1, 1, {7, 8, 9, 255}}},
-        PngCase{"Grey8",
-                {3, 1, PNG_COLOR_TYPE_GRAY, 8, {0, 128, 255}},
-                {3, 1, {0, 0, 0, 255, 128, 128, 128, 255, 255, 255, 255, 255}}},
-        PngCase{"Grey2Packed",
-                {4, 1, PNG_COLOR_TYPE_GRAY, 2, {0x1B}},
-                {4, 1, {0, 0, 0, 255, 85, 85, 85, 255, 170, 170, 170, 255, 255, 255, 255, 255}}},
-        PngCase{"GreyAlpha8",
-                {1, 1, PNG_COLOR_TYPE_GRAY_ALPHA, 8, {200, 100}},
-                {1, 1, {200, 200, 200, 100}, true}},
-        PngCase{"Grey16",
-                {2, 1, PNG_COLOR_TYPE_GRAY, 16, {0x12, 0x34, 0xFF, 0xFF}},
-                {2, 1, {0x12, 0x12, 0x12, 255, 255, 255, 255, 255}}},
-        PngCase{"Rgb16",
-                {1, 1, PNG_COLOR_TYPE_RGB, 16, {0xFF, 0xFF, 0x80, 0x80, 0, 0}},
-                {1, 1, {255, 128, 0, 255}}},
-        PngCase{"Palette8",
-                {2, 1, PNG_COLOR_TYPE_PALETTE, 8, {1, 0}, {255, 0, 0, 0, 0, 255}},
-                {2, 1, {0, 0, 255, 255, 255, 0, 0, 255}}},
-        PngCase{"Palette1WithTransparentEntry",
-                {3, 1, PNG_COLOR_TYPE_PALETTE, 1, {0x40}, {9, 9, 9, 255, 255, 255}, {0}},
-                {3, 1, {9, 9, 9, 0, 255, 255, 255, 255, 9, 9, 9, 0}, true}},
-        PngCase{"RgbWithKeyColour",
-                {2, 1, PNG_COLOR_TYPE_RGB, 8, {10, 20, 30, 1, 2, 3}, {}, {10, 20, 30}},
-                {2, 1, {10, 20, 30, 0, 1, 2, 3, 255}, true}}),
+        DecodeCase{
+            "Rgb8",
+            ImageTestFiles::EncodePng({2, 1, PNG_COLOR_TYPE_RGB, 8, {10, 20, 30, 40, 50, 60}}),
+            {2, 1, {10, 20, 30, 255, 40, 50, 60, 255}}},
+        DecodeCase{
+            "Rgba8",
+            ImageTestFiles::EncodePng({2, 1, PNG_COLOR_TYPE_RGBA, 8, {1, 2, 3, 0, 4, 5, 6, 128}}),
+            {2, 1, {1, 2, 3, 0, 4, 5, 6, 128}, true}},
+        DecodeCase{"Rgba8AllOpaqueHasNoAlpha",
+                   ImageTestFiles::EncodePng({1, 1, PNG_COLOR_TYPE_RGBA, 8, {7, 8, 9, 255}}),
+                   {1, 1, {7, 8, 9, 255}}},
+        DecodeCase{"Grey8",
+                   ImageTestFiles::EncodePng({3, 1, PNG_COLOR_TYPE_GRAY, 8, {0, 128, 255}}),
+                   {3, 1, {0, 0, 0, 255, 128, 128, 128, 255, 255, 255, 255, 255}}},
+        DecodeCase{"Grey2Packed",
+                   ImageTestFiles::EncodePng({4, 1, PNG_COLOR_TYPE_GRAY, 2, {0x1B}}),
+                   {4, 1, {0, 0, 0, 255, 85, 85, 85, 255, 170, 170, 170, 255, 255, 255, 255, 255}}},
+        DecodeCase{"GreyAlpha8",
+                   ImageTestFiles::EncodePng({1, 1, PNG_COLOR_TYPE_GRAY_ALPHA, 8, {200, 100}}),
+                   {1, 1, {200, 200, 200, 100}, true}},
+        DecodeCase{
+            "Grey16",
+            ImageTestFiles::EncodePng({2, 1, PNG_COLOR_TYPE_GRAY, 16, {0x12, 0x34, 0xFF, 0xFF}}),
+            {2, 1, {0x12, 0x12, 0x12, 255, 255, 255, 255, 255}}},
+        DecodeCase{"Rgb16",
+                   ImageTestFiles::EncodePng(
+                       {1, 1, PNG_COLOR_TYPE_RGB, 16, {0xFF, 0xFF, 0x80, 0x80, 0, 0}}),
+                   {1, 1, {255, 128, 0, 255}}},
+        DecodeCase{"Palette8",
+                   ImageTestFiles::EncodePng(
+                       {2, 1, PNG_COLOR_TYPE_PALETTE, 8, {1, 0}, {255, 0, 0, 0, 0, 255}}),
+                   {2, 1, {0, 0, 255, 255, 255, 0, 0, 255}}},
+        DecodeCase{"Palette1WithTransparentEntry",
+                   ImageTestFiles::EncodePng(
+                       {3, 1, PNG_COLOR_TYPE_PALETTE, 1, {0x40}, {9, 9, 9, 255, 255, 255}, {0}}),
+                   {3, 1, {9, 9, 9, 0, 255, 255, 255, 255, 9, 9, 9, 0}, true}},
+        DecodeCase{"RgbWithKeyColour",
+                   ImageTestFiles::EncodePng(
+                       {2, 1, PNG_COLOR_TYPE_RGB, 8, {10, 20, 30, 1, 2, 3}, {}, {10, 20, 30}}),
+                   {2, 1, {10, 20, 30, 0, 1, 2, 3, 255}, true}}),
     [](const auto& info) { return info.param.name; });
 
 TEST(PngDecode, InterlacedMatchesProgressiveRows) {
@@ -164,46 +157,33 @@ TEST(JpegKind, OnlySequentialGreyOrYCbCrCountsAsBaseline) {
 // Red, green, blue and white.
 const Bytes kFourColours = {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255};
 
-struct GifCase {
-    const char* name;
-    GifSource source;
-    Expected expected;
-};
-
-class GifDecodeTest : public ::testing::TestWithParam<GifCase> {};
-
-TEST_P(GifDecodeTest, GivesFirstFrame) {
-    const GifCase& c = GetParam();
-    const ZoDecodedImage image = ZoImageCodec::Decode(ImageTestFiles::EncodeGif(c.source));
-    EXPECT_EQ(image.format, ZoImageFormat::Gif);
-    ExpectImage(image, c.expected);
-}
-
 INSTANTIATE_TEST_SUITE_P(
-    Layouts, GifDecodeTest,
+    Gif, DecodeTest,
     ::testing::Values(
-        GifCase{"Plain",
-                {2, 2, 0, 0, 2, 2, false, -1, kFourColours, {0, 1, 2, 3}},
-                {2, 2, {255, 0, 0, 255, 0, 255, 0, 255, 0, 0, 255, 255, 255, 255, 255, 255}}},
-        GifCase{"TransparentIndexKeepsItsColourOpaque",
-                {2, 1, 0, 0, 2, 1, false, 1, kFourColours, {1, 3}},
-                {2, 1, {0, 255, 0, 255, 255, 255, 255, 255}, false, 0x0000FF00}},
-        GifCase{"Interlaced",
-                {1, 5, 0, 0, 1, 5, true, -1, kFourColours, {0, 1, 2, 3, 0}},
-                {1, 5, {255, 0,   0,   255, 0,   255, 0,   255, 0, 0,
-                        255, 255, 255, 255, 255, 255, 255, 0,   0, 255}}},
-        GifCase{"UncoveredScreenIsSeeThrough",
-                {3, 2, 1, 1, 1, 1, false, -1, kFourColours, {2}},
-                {3,
-                 2,
-                 {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 255, 255, 0, 0, 0, 0},
-                 true}},
-        GifCase{"UncoveredScreenTakesTransparentColour",
-                {2, 1, 1, 0, 1, 1, false, 3, kFourColours, {0}},
-                {2, 1, {255, 255, 255, 255, 255, 0, 0, 255}, false, 0x00FFFFFF}},
-        GifCase{"FrameBeyondScreenWidensPicture",
-                {1, 1, 1, 0, 1, 1, false, -1, kFourColours, {1}},
-                {2, 1, {0, 0, 0, 0, 0, 255, 0, 255}, true}}),
+        DecodeCase{
+            "Plain",
+            ImageTestFiles::EncodeGif({2, 2, 0, 0, 2, 2, false, -1, kFourColours, {0, 1, 2, 3}}),
+            {2, 2, {255, 0, 0, 255, 0, 255, 0, 255, 0, 0, 255, 255, 255, 255, 255, 255}}},
+        DecodeCase{"TransparentIndexKeepsItsColourOpaque",
+                   ImageTestFiles::EncodeGif({2, 1, 0, 0, 2, 1, false, 1, kFourColours, {1, 3}}),
+                   {2, 1, {0, 255, 0, 255, 255, 255, 255, 255}, false, 0x0000FF00}},
+        DecodeCase{
+            "Interlaced",
+            ImageTestFiles::EncodeGif({1, 5, 0, 0, 1, 5, true, -1, kFourColours, {0, 1, 2, 3, 0}}),
+            {1, 5, {255, 0,   0,   255, 0,   255, 0,   255, 0, 0,
+                    255, 255, 255, 255, 255, 255, 255, 0,   0, 255}}},
+        DecodeCase{"UncoveredScreenIsSeeThrough",
+                   ImageTestFiles::EncodeGif({3, 2, 1, 1, 1, 1, false, -1, kFourColours, {2}}),
+                   {3,
+                    2,
+                    {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 255, 255, 0, 0, 0, 0},
+                    true}},
+        DecodeCase{"UncoveredScreenTakesTransparentColour",
+                   ImageTestFiles::EncodeGif({2, 1, 1, 0, 1, 1, false, 3, kFourColours, {0}}),
+                   {2, 1, {255, 255, 255, 255, 255, 0, 0, 255}, false, 0x00FFFFFF}},
+        DecodeCase{"FrameBeyondScreenWidensPicture",
+                   ImageTestFiles::EncodeGif({1, 1, 1, 0, 1, 1, false, -1, kFourColours, {1}}),
+                   {2, 1, {0, 0, 0, 0, 0, 255, 0, 255}, true}}),
     [](const auto& info) { return info.param.name; });
 
 // One small valid file of each format, for the failure tests.

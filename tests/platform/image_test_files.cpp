@@ -157,12 +157,16 @@ Bytes EncodeGif(const GifSource& source) {
     return out;
 }
 
-void ExpectImage(const ZoDecodedImage& image, const Expected& expected) {
-    EXPECT_EQ(image.width, expected.width);
-    EXPECT_EQ(image.height, expected.height);
-    EXPECT_EQ(image.rgba, expected.rgba);
-    EXPECT_EQ(image.hasAlpha, expected.hasAlpha);
-    EXPECT_EQ(image.transparentColour, expected.transparentColour);
+TEST_P(DecodeTest, GivesExpectedPicture) {
+    const DecodeCase& c = GetParam();
+    const ZoDecodedImage image = ZoImageCodec::Decode(c.file);
+    EXPECT_EQ(image.format, ZoImageCodec::DetectFormat(c.file));
+    EXPECT_EQ(image.width, c.expected.width);
+    EXPECT_EQ(image.height, c.expected.height);
+    EXPECT_EQ(image.rgba, c.expected.rgba);
+    EXPECT_EQ(image.hasAlpha, c.expected.hasAlpha);
+    EXPECT_EQ(image.transparentColour, c.expected.transparentColour);
+    EXPECT_EQ(ZoImageCodec::PeekSize(c.file), (ZoSize{c.expected.width, c.expected.height}));
 }
 
 }  // namespace ImageTestFiles

@@ -1,6 +1,8 @@
 #pragma once
 // Tiny picture files made in memory with the libraries' own encoders (and by
 // hand for BMP), so the decoder tests never depend on downloaded samples.
+#include <gtest/gtest.h>
+
 #include "platform/image_codec.h"
 
 #include <cstdint>
@@ -78,7 +80,15 @@ struct Expected {
     COLORREF transparentColour = kZoNoColour;
 };
 
-/// Checks every field of `image` against `expected` (gtest assertions).
-void ExpectImage(const ZoDecodedImage& image, const Expected& expected);
+/// A file and the picture it must decode to.
+struct DecodeCase {
+    const char* name;
+    Bytes file;
+    Expected expected;
+};
+
+/// Decodes each case's file and checks every field of the picture and the
+/// size PeekSize reads from the headers.
+class DecodeTest : public ::testing::TestWithParam<DecodeCase> {};
 
 }  // namespace ImageTestFiles
