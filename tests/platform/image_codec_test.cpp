@@ -74,6 +74,11 @@ INSTANTIATE_TEST_SUITE_P(
                    ImageTestFiles::EncodePng(
                        {1, 1, PNG_COLOR_TYPE_RGB, 16, {0xFF, 0xFF, 0x80, 0x80, 0, 0}}),
                    {1, 1, {255, 128, 0, 255}}},
+        DecodeCase{
+            "Rgba16KeepsStraightColourUnderPartialAlpha",
+            ImageTestFiles::EncodePng(
+                {1, 1, PNG_COLOR_TYPE_RGBA, 16, {0x80, 0x80, 0x40, 0x40, 0x20, 0x20, 0x80, 0x80}}),
+            {1, 1, {128, 64, 32, 128}, true}},
         DecodeCase{"Palette8",
                    ImageTestFiles::EncodePng(
                        {2, 1, PNG_COLOR_TYPE_PALETTE, 8, {1, 0}, {255, 0, 0, 0, 0, 255}}),
