@@ -6,6 +6,7 @@
 #include "platform/image_codec.h"
 
 #include <cstdint>
+#include <ostream>
 #include <utility>
 #include <vector>
 
@@ -86,6 +87,11 @@ struct DecodeCase {
     Bytes file;
     Expected expected;
 };
+
+/// Failures name the case rather than dumping its bytes.
+inline void PrintTo(const DecodeCase& c, std::ostream* out) {
+    *out << c.name;
+}
 
 /// Decodes each case's file and checks every field of the picture and the
 /// size PeekSize reads from the headers.
