@@ -1,6 +1,6 @@
-// Reads arbitrary bytes as RTF, then writes the document and reads that back:
-// neither step may crash, and what the writer produces must read again as the
-// same document.
+// Reads arbitrary bytes as RTF, lays the document out, then writes it and
+// reads that back: no step may crash or hang, and what the writer produces
+// must read again as the same text.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -13,6 +13,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     ZoRichText document;
     if (!document.SetRTF(input)) {
         return 0;
+    }
+    document.SetPageSize(120, 80);
+    for (const auto& line : document.Lines()) {
+        if (line.items.empty()) {
+            std::abort();
+        }
     }
     ZoString written;
     document.GetRTF(written);

@@ -123,6 +123,10 @@ class Catalog {
         return FindMatch(config_, family, false, false).acceptable;
     }
 
+    ~Catalog() { FcConfigDestroy(config_); }
+    Catalog(const Catalog&) = delete;
+    Catalog& operator=(const Catalog&) = delete;
+
   private:
     Catalog() : config_(FcInitLoadConfigAndFonts()) {
         if (config_ == nullptr) {

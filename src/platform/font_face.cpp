@@ -150,14 +150,26 @@ ZoGlyphOutline ZoFontFace::Outline(char32_t character) const {
 }
 
 int32_t ZoFontFace::HintedAdvancePixels(int32_t pixels, char32_t character) const {
-    std::lock_guard lock(FreeTypeMutex());
-    const FT_Face face = face_->face;
-    const FT_UInt glyph = FT_Get_Char_Index(face, character);
-    if (glyph == 0 || FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(pixels)) != 0 ||
-        FT_Load_Glyph(face, glyph, FT_LOAD_DEFAULT | FT_LOAD_NO_BITMAP) != 0) {
-        return 0;
+    const uint64_t key = uint64_t{static_cast<uint32_t>(pixels)} << 32 | character;
+    {
+        std::lock_guard lock(advancesMutex_);
+        if (const auto found = advances_.find(key); found != advances_.end()) {
+            return found->second;
+        }
     }
-    return static_cast<int32_t>((face->glyph->advance.x + 32) >> 6);
+    int32_t advance = 0;
+    {
+        std::lock_guard lock(FreeTypeMutex());
+        const FT_Face face = face_->face;
+        const FT_UInt glyph = FT_Get_Char_Index(face, character);
+        if (glyph != 0 && FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(pixels)) == 0 &&
+            FT_Load_Glyph(face, glyph, FT_LOAD_DEFAULT | FT_LOAD_NO_BITMAP) == 0) {
+            advance = static_cast<int32_t>((face->glyph->advance.x + 32) >> 6);
+        }
+    }
+    std::lock_guard lock(advancesMutex_);
+    advances_.emplace(key, advance);
+    return advance;
 }
 
 std::shared_ptr<const ZoScaledFont> ZoFontFace::AtPixelSize(int32_t pixels) {
@@ -179,14 +191,5 @@ ZoScaledFont::ZoScaledFont(std::shared_ptr<ZoFontFace> face, int32_t pixels)
       descent_(RoundedScale(face_->DescentUnits(), pixels, face_->UnitsPerEm())) {}
 
 int32_t ZoScaledFont::Advance(char32_t character) const {
-    {
-        std::lock_guard lock(cacheMutex_);
-        if (const auto found = advances_.find(character); found != advances_.end()) {
-            return found->second;
-        }
-    }
-    const int32_t advance = face_->HintedAdvancePixels(pixels_, character);
-    std::lock_guard lock(cacheMutex_);
-    advances_.emplace(character, advance);
-    return advance;
+    return face_->HintedAdvancePixels(pixels_, character);
 }

@@ -78,6 +78,8 @@ class ZoFontFace : public std::enable_shared_from_this<ZoFontFace> {
     friend class ZoScaledFont;
     struct FreeTypeFace;
 
+    // Cached per (size, character) for the life of the face, so that every
+    // layout after the first measures from memory.
     int32_t HintedAdvancePixels(int32_t pixels, char32_t character) const;
 
     ZoString path_;
@@ -90,6 +92,8 @@ class ZoFontFace : public std::enable_shared_from_this<ZoFontFace> {
     int32_t underlinePosition_ = 0;
     int32_t underlineThickness_ = 0;
     std::unique_ptr<FreeTypeFace> face_;
+    mutable std::mutex advancesMutex_;
+    mutable std::unordered_map<uint64_t, int32_t> advances_;
     std::mutex sizesMutex_;
     // Weak, so that a scaled font (which keeps its face alive) makes no cycle.
     std::unordered_map<int32_t, std::weak_ptr<const ZoScaledFont>> sizes_;
@@ -115,6 +119,4 @@ class ZoScaledFont {
     int32_t pixels_;
     int32_t ascent_;
     int32_t descent_;
-    mutable std::mutex cacheMutex_;
-    mutable std::unordered_map<char32_t, int32_t> advances_;
 };
