@@ -79,8 +79,11 @@ ZoDecodedImage Decode(std::span<const uint8_t> bytes) {
 }
 
 std::vector<uint8_t> ReadFileBytes(const std::filesystem::path& path) {
+    std::error_code error;
+    // A folder opens as a stream on some systems and claims an absurd size.
+    const bool isFile = std::filesystem::is_regular_file(path, error);
     std::ifstream in(path, std::ios::binary | std::ios::ate);
-    if (!in) {
+    if (!isFile || !in) {
         throw ZoException(ZoFormat("The file '%s' cannot be opened.", PathText(path).c_str()));
     }
     const std::streamoff size = in.tellg();

@@ -354,12 +354,14 @@ TEST_F(ImageFileTest, LoadsByContentNotByExtension) {
 TEST_F(ImageFileTest, FailuresNameTheFile) {
     const auto missing = folder_ / "missing.png";
     const auto broken = Write("broken.gif", Cut(SmallGif(), 20));
-    for (const auto& path : {missing, broken}) {
+    for (const auto& path : {missing, broken, folder_}) {
         try {
             ZoImageCodec::Load(path);
             FAIL() << path;
         } catch (const ZoException& e) {
-            EXPECT_NE(std::string(e.what()).find(path.string()), std::string::npos) << e.what();
+            const std::string message = e.what();
+            EXPECT_NE(message.find(path.string()), std::string::npos) << message;
+            EXPECT_EQ(message.find("too large"), std::string::npos) << message;
         }
     }
     EXPECT_FALSE(ZoImageCodec::IsJpegFile(missing));
