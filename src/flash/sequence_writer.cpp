@@ -1,20 +1,30 @@
 #include "flash/sequence_writer.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "flash/swf_file.h"
 
 namespace ZoFlash {
 namespace {
 
-bool SameCharacterSlot(const ZoSWFPlacement& a, const ZoSWFPlacement& b) noexcept {
-    // ClipDepth and the name can only be given when a character is created.
-    return a.object.Get() == b.object.Get() && a.clipDepth == b.clipDepth && a.name == b.name;
+bool SameName(const char* a, const char* b) noexcept {
+    return a == b || (a && b && std::strcmp(a, b) == 0);
 }
 
-bool ShowsSame(const ZoSWFPlacement& a, const ZoSWFPlacement& b) noexcept {
-    return &a == &b || (SameCharacterSlot(a, b) && a.matrix == b.matrix && a.cxform == b.cxform &&
-                        a.ratio == b.ratio);
+template <typename Entry>
+bool SameCharacterSlot(const Entry& a, const Entry& b) noexcept {
+    // ClipDepth and the name can only be given when a character is created.
+    return a.placement->object.Get() == b.placement->object.Get() &&
+           a.placement->clipDepth == b.placement->clipDepth && SameName(a.name, b.name);
+}
+
+template <typename Entry>
+bool ShowsSame(const Entry& a, const Entry& b) noexcept {
+    const ZoSWFPlacement& x = *a.placement;
+    const ZoSWFPlacement& y = *b.placement;
+    return &x == &y || (SameCharacterSlot(a, b) && x.matrix == y.matrix && x.cxform == y.cxform &&
+                        x.ratio == y.ratio);
 }
 
 }  // namespace
@@ -38,7 +48,7 @@ void ZoFSequenceWriter::CollectFrame(const ZoSWFFrame& frame) {
     bool ascending = true;
     for (const ZoSWFPlacement& p : frame.GetPlacements()) {
         ascending = ascending && (placed_.empty() || placed_.back().depth < p.depth);
-        placed_.push_back({p.depth, &p});
+        placed_.push_back({p.depth, &p, frame.GetName(p)});
     }
     if (ascending)
         return;
@@ -87,17 +97,15 @@ void ZoFSequenceWriter::EmitDifferences() {
             EmitRemove(before->depth);
             ++before;
         } else if (before == shown_.end() || now->depth < before->depth) {
-            EmitPlace(*now->placement);
+            EmitPlace(*now);
             ++now;
         } else {
-            const ZoSWFPlacement& a = *before->placement;
-            const ZoSWFPlacement& b = *now->placement;
-            if (!ShowsSame(a, b)) {
-                if (SameCharacterSlot(a, b)) {
-                    EmitMove(a, b);
+            if (!ShowsSame(*before, *now)) {
+                if (SameCharacterSlot(*before, *now)) {
+                    EmitMove(*before->placement, *now->placement);
                 } else {
                     EmitRemove(now->depth);
-                    EmitPlace(b);
+                    EmitPlace(*now);
                 }
             }
             ++before;
@@ -106,7 +114,8 @@ void ZoFSequenceWriter::EmitDifferences() {
     }
 }
 
-void ZoFSequenceWriter::EmitPlace(const ZoSWFPlacement& now) {
+void ZoFSequenceWriter::EmitPlace(const Entry& entry) {
+    const ZoSWFPlacement& now = *entry.placement;
     ZoFPlaceObject2Record r;
     r.depth = now.depth;
     r.hasCharacter = true;
@@ -117,7 +126,7 @@ void ZoFSequenceWriter::EmitPlace(const ZoSWFPlacement& now) {
     r.cxform = now.cxform;
     r.hasRatio = now.ratio >= 0;
     r.ratio = static_cast<uint16_t>(now.ratio);
-    r.name = now.name.empty() ? nullptr : now.name.c_str();
+    r.name = entry.name;
     r.hasClipDepth = now.clipDepth > 0;
     r.clipDepth = now.clipDepth;
     body_.Clear();

@@ -38,11 +38,12 @@ class ZoFSequenceWriter {
     struct Entry {
         uint16_t depth;
         const ZoSWFPlacement* placement;
+        const char* name;  // null: none
     };
     void CollectFrame(const ZoSWFFrame& frame);
     void MergePermanents();
     void EmitDifferences();
-    void EmitPlace(const ZoSWFPlacement& now);
+    void EmitPlace(const Entry& now);
     void EmitMove(const ZoSWFPlacement& before, const ZoSWFPlacement& now);
     void EmitRemove(uint16_t depth);
     void EmitActions(const ZoSWFFrame& frame);

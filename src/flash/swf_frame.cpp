@@ -44,8 +44,10 @@ void ZoSWFFrame::Place(ZoAutoInterface2<ZoSWFObject>&& object, const char* name,
         throw;
     }
     p.object = std::move(object);
-    if (name)
-        p.name = name;
+    if (name) {
+        p.name = static_cast<int32_t>(names_.size());
+        names_.emplace_back(name);
+    }
     p.ratio = ratio;
     p.permanent = permanent;
 }
@@ -53,7 +55,13 @@ void ZoSWFFrame::Place(ZoAutoInterface2<ZoSWFObject>&& object, const char* name,
 void ZoSWFFrame::CopyPlacementsFrom(const ZoSWFFrame* other) {
     if (!other || other == this)
         return;
-    placements_.insert(placements_.end(), other->placements_.begin(), other->placements_.end());
+    const auto nameBase = static_cast<int32_t>(names_.size());
+    names_.insert(names_.end(), other->names_.begin(), other->names_.end());
+    for (ZoSWFPlacement p : other->placements_) {
+        if (p.name >= 0)
+            p.name += nameBase;
+        placements_.push_back(std::move(p));
+    }
 }
 
 }  // namespace ZoFlash

@@ -12,16 +12,17 @@
 namespace ZoFlash {
 
 /// One placement on a frame's display list, with matrix and colour
-/// transform already in their record form (what the file will hold).
+/// transform already in their record form (what the file will hold). Kept
+/// small: effects make hundreds of thousands of them.
 struct ZoSWFPlacement {
     ZoAutoInterface2<ZoSWFObject> object;
-    ZoString name;  // empty: no instance name
+    int32_t ratio = -1;  // -1: none
+    int32_t name = -1;   // index into the frame's names; -1: none
     uint16_t depth = 1;
     uint16_t clipDepth = 0;  // 0: ordinary placement
-    int32_t ratio = -1;      // -1: none
     bool permanent = false;
-    ZoFMatrixRecord matrix;
     ZoFCxformRecord cxform;
+    ZoFMatrixRecord matrix;
 };
 
 /// One frame: a display list of placements plus frame actions.
@@ -52,12 +53,20 @@ class ZoSWFFrame {
 
     /// Placements in the order made; a later one at a depth wins.
     std::span<const ZoSWFPlacement> GetPlacements() const noexcept { return placements_; }
+    /// The instance name of a placement of this frame; null when none.
+    const char* GetName(const ZoSWFPlacement& placement) const noexcept {
+        return placement.name < 0 ? nullptr : names_[placement.name].c_str();
+    }
+    /// Room for `count` placements, so that a frame filled in a loop does
+    /// not grow step by step.
+    void ReservePlacements(size_t count) { placements_.reserve(count); }
 
   private:
     void Place(ZoAutoInterface2<ZoSWFObject>&& object, const char* name, int depth,
                const ZoSWFTransformation& matrix, int clipDepth, int ratio,
                const ZoSWFColourTransformation& colour, bool permanent);
     std::vector<ZoSWFPlacement> placements_;
+    std::vector<ZoString> names_;
     ZoFActionList actions_;
     bool stop_ = false;
 };

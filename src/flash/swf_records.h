@@ -27,8 +27,8 @@ struct ZoFRgbaRecord {
 ///         y' = rotateSkew0·x + scaleY·y + translateY.
 struct ZoFMatrixRecord {
     bool hasScale = false;
-    Fixed16 scaleX{65536}, scaleY{65536};
     bool hasRotate = false;
+    Fixed16 scaleX{65536}, scaleY{65536};
     Fixed16 rotateSkew0, rotateSkew1;
     Twips translateX, translateY;
     bool IsIdentity() const noexcept;

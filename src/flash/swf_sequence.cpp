@@ -7,7 +7,11 @@ namespace ZoFlash {
 ZoSWFSequence::~ZoSWFSequence() = default;
 
 ZoSWFFrame* ZoSWFSequence::AddFrame() {
-    return frames_.emplace_back(std::make_unique<ZoSWFFrame>()).get();
+    // Effects place much the same objects in every frame.
+    const size_t expected = frames_.empty() ? 0 : frames_.back()->GetPlacements().size();
+    ZoSWFFrame* frame = frames_.emplace_back(std::make_unique<ZoSWFFrame>()).get();
+    frame->ReservePlacements(expected);
+    return frame;
 }
 
 ZoSWFFrame* ZoSWFSequence::InsertFrame(int index) {
