@@ -1,5 +1,18 @@
 #include "text/text_format.h"
 
+#include <utility>
+
+namespace {
+
+// Setting an attribute also makes the format define it.
+template <class T, class V>
+void Define(uint32_t& validMask, ZoTextAttribute attribute, T& field, V&& value) {
+    validMask |= attribute;
+    field = std::forward<V>(value);
+}
+
+}  // namespace
+
 ZoTextFormat ZoTextFormat::DefaultStyle() {
     ZoTextFormat style;
     style.name = "<default>";
@@ -38,18 +51,15 @@ void ZoTextFormat::SetFlag(ZoTextAttribute attribute, bool on) noexcept {
 }
 
 void ZoTextFormat::SetFontName(ZoString value) {
-    validMask |= kZoTextFontName;
-    fontName = std::move(value);
+    Define(validMask, kZoTextFontName, fontName, std::move(value));
 }
 
 void ZoTextFormat::SetPointSize(int32_t value) noexcept {
-    validMask |= kZoTextPointSize;
-    pointSize = value;
+    Define(validMask, kZoTextPointSize, pointSize, value);
 }
 
 void ZoTextFormat::SetColour(COLORREF value) noexcept {
-    validMask |= kZoTextColour;
-    colour = value;
+    Define(validMask, kZoTextColour, colour, value);
 }
 
 void ZoTextFormat::SetBackColour(COLORREF value, bool transparent) noexcept {
@@ -63,8 +73,7 @@ void ZoTextFormat::SetShadow(COLORREF value, bool on) noexcept {
 }
 
 void ZoTextFormat::SetIds(std::vector<int32_t> value) {
-    validMask |= kZoTextIds;
-    ids = std::move(value);
+    Define(validMask, kZoTextIds, ids, std::move(value));
 }
 
 void ZoTextFormat::SetAlignment(ZoTextAlignment value) noexcept {
@@ -73,28 +82,23 @@ void ZoTextFormat::SetAlignment(ZoTextAlignment value) noexcept {
 }
 
 void ZoTextFormat::SetLineSpacing(int32_t value) noexcept {
-    validMask |= kZoTextLineSpacing;
-    lineSpacing = value;
+    Define(validMask, kZoTextLineSpacing, lineSpacing, value);
 }
 
 void ZoTextFormat::SetLeftIndent(int32_t value) noexcept {
-    validMask |= kZoTextLeftIndent;
-    leftIndent = value;
+    Define(validMask, kZoTextLeftIndent, leftIndent, value);
 }
 
 void ZoTextFormat::SetRightIndent(int32_t value) noexcept {
-    validMask |= kZoTextRightIndent;
-    rightIndent = value;
+    Define(validMask, kZoTextRightIndent, rightIndent, value);
 }
 
 void ZoTextFormat::SetFirstIndent(int32_t value) noexcept {
-    validMask |= kZoTextFirstIndent;
-    firstIndent = value;
+    Define(validMask, kZoTextFirstIndent, firstIndent, value);
 }
 
 void ZoTextFormat::SetTabs(std::vector<ZoTabStop> value) {
-    validMask |= kZoTextTabs;
-    tabs = std::move(value);
+    Define(validMask, kZoTextTabs, tabs, std::move(value));
 }
 
 bool ZoTextFormat::SameAppearance(const ZoTextFormat& other) const noexcept {
