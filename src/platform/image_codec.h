@@ -42,6 +42,8 @@ inline constexpr int32_t kZoMaxImageSide = 65535;
 inline constexpr int64_t kZoMaxImagePixels = 64LL * 1024 * 1024;
 inline constexpr int64_t kZoMaxImageFileBytes = 512LL * 1024 * 1024;
 
+/// Every function here may run on several threads at once: the preview
+/// builder decodes on its worker while the user-interface thread draws.
 namespace ZoImageCodec {
 
 /// The format announced by the first bytes (the signature), or Unknown.
