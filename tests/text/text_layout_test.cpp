@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <thread>
 
 #include "text/code_page.h"
 #include "text/rich_text.h"
@@ -321,4 +322,31 @@ TEST(TextLayout, LayoutFollowsChangesAndReportsItsSize) {
     EXPECT_EQ(LineTexts(document), (std::vector<ZoString>{"one ", "two\n"}));
     document.InsertText(0, "zero ");
     EXPECT_EQ(LineTexts(document).front(), "zero ");
+}
+
+TEST(TextLayout, TwoThreadsLayOutAtOnceAsOneDoes) {
+    auto layOut = [] {
+        ZoRichText document = Document("Pack my box with five dozen liquor jugs.\tx", 150);
+        document.ModifyFormat(5, 12, [](ZoTextFormat& f) {
+            f.SetFontName("Courier New");
+            f.SetPointSize(19);
+        });
+        std::vector<int32_t> geometry;
+        for (const auto& line : document.Lines()) {
+            geometry.push_back(line.top);
+            for (const auto& item : line.items) {
+                geometry.insert(geometry.end(), {item.x, item.y, item.width});
+            }
+        }
+        return geometry;
+    };
+    // The threads go first, so that they meet the uncached glyph advances.
+    std::vector<int32_t> results[2];
+    {
+        std::jthread first([&] { results[0] = layOut(); });
+        std::jthread second([&] { results[1] = layOut(); });
+    }
+    const std::vector<int32_t> expected = layOut();
+    EXPECT_EQ(results[0], expected);
+    EXPECT_EQ(results[1], expected);
 }
