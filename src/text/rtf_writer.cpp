@@ -53,7 +53,9 @@ class Writer {
         out_.reserve(Estimate());
         out_ += "{\\rtf1\\ansi\\deff0\n{\\fonttbl";
         for (auto font = fonts_.rbegin(); font != fonts_.rend(); ++font) {
-            out_ += ZoFormat("{\\f%d %s;}", font->number, font->name.c_str());
+            out_ += ZoFormat("{\\f%d ", font->number);
+            WriteFontName(font->name);
+            out_ += ";}";
         }
         out_ += "}\n{\\colortbl";
         for (const COLORREF colour : colours_) {
@@ -243,6 +245,20 @@ class Writer {
             return;
         }
         WriteUnicode(character);
+    }
+
+    // Face names are plain Windows-1252; the bytes that would end the entry
+    // or the table go out as hexadecimal escapes.
+    void WriteFontName(std::string_view name) {
+        for (size_t i = 0; i < name.size();) {
+            const char32_t character = ZoNextUtf8(name, i);
+            const uint8_t byte = ZoUnicodeToCp1252(character).value_or('?');
+            if (byte == '\\' || byte == '{' || byte == '}' || byte == ';' || byte < 0x20) {
+                out_ += ZoFormat("\\'%02x", byte);
+            } else {
+                out_ += static_cast<char>(byte);
+            }
+        }
     }
 
     void WriteUnicode(char32_t unit) {

@@ -34,6 +34,7 @@ ZoRichText RichDocument() {
     document.ModifyFormat(17, 25, [](ZoTextFormat& f) {
         f.SetFlag(kZoTextItalic, true);
         f.SetFlag(kZoTextUnderline, true);
+        f.SetFontName("Odd {Face}; \\ \xC3\xA9");
         f.SetBackColour(ZoRGB(1, 2, 3), false);
         f.SetShadow(ZoRGB(9, 8, 7), true);
         f.SetIds({4, 5});
