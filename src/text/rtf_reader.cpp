@@ -373,16 +373,17 @@ class Reader {
             });
     }
 
+    // A component that is not given counts as 0, so an empty entry is black.
     void ReadColourTable() {
-        int32_t red = -1;
-        int32_t green = -1;
-        int32_t blue = -1;
+        uint8_t red = 0;
+        uint8_t green = 0;
+        uint8_t blue = 0;
         ReadTable(
             [&](const ControlWord& word) {
+                const auto value = static_cast<uint8_t>(word.parameter & 0xFF);
                 if (!word.hasParameter) {
                     return;
                 }
-                const int32_t value = word.parameter & 0xFF;
                 if (word.Is("red")) {
                     red = value;
                 } else if (word.Is("green")) {
@@ -393,10 +394,8 @@ class Reader {
             },
             [](std::string_view) {},
             [&] {
-                colours_.push_back(ZoRGB(static_cast<uint8_t>(std::max(red, 0)),
-                                         static_cast<uint8_t>(std::max(green, 0)),
-                                         static_cast<uint8_t>(std::max(blue, 0))));
-                red = green = blue = -1;
+                colours_.push_back(ZoRGB(red, green, blue));
+                red = green = blue = 0;
             });
     }
 
