@@ -43,6 +43,19 @@ Bytes Gradient(int width, int height, int components) {
     return samples;
 }
 
+// The one decoding test; the PNG, GIF and BMP cases instantiate it.
+TEST_P(DecodeTest, GivesExpectedPicture) {
+    const DecodeCase& c = GetParam();
+    const ZoDecodedImage image = ZoImageCodec::Decode(c.file);
+    EXPECT_EQ(image.format, ZoImageCodec::DetectFormat(c.file));
+    EXPECT_EQ(image.width, c.expected.width);
+    EXPECT_EQ(image.height, c.expected.height);
+    EXPECT_EQ(image.rgba, c.expected.rgba);
+    EXPECT_EQ(image.hasAlpha, c.expected.hasAlpha);
+    EXPECT_EQ(image.transparentColour, c.expected.transparentColour);
+    EXPECT_EQ(ZoImageCodec::PeekSize(c.file), (ZoSize{c.expected.width, c.expected.height}));
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Png, DecodeTest,
     ::testing::Values(

@@ -1,7 +1,5 @@
 #include "platform/image_test_files.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdio>  // jpeglib.h uses FILE without including it
 #include <cstdlib>
 #include <stdexcept>
@@ -155,18 +153,6 @@ Bytes EncodeGif(const GifSource& source) {
     EGifCloseFile(gif, &error);
     GifFreeMapObject(map);
     return out;
-}
-
-TEST_P(DecodeTest, GivesExpectedPicture) {
-    const DecodeCase& c = GetParam();
-    const ZoDecodedImage image = ZoImageCodec::Decode(c.file);
-    EXPECT_EQ(image.format, ZoImageCodec::DetectFormat(c.file));
-    EXPECT_EQ(image.width, c.expected.width);
-    EXPECT_EQ(image.height, c.expected.height);
-    EXPECT_EQ(image.rgba, c.expected.rgba);
-    EXPECT_EQ(image.hasAlpha, c.expected.hasAlpha);
-    EXPECT_EQ(image.transparentColour, c.expected.transparentColour);
-    EXPECT_EQ(ZoImageCodec::PeekSize(c.file), (ZoSize{c.expected.width, c.expected.height}));
 }
 
 }  // namespace ImageTestFiles

@@ -94,7 +94,7 @@ inline void PrintTo(const DecodeCase& c, std::ostream* out) {
 }
 
 /// Decodes each case's file and checks every field of the picture and the
-/// size PeekSize reads from the headers.
+/// size PeekSize reads from the headers (the test lives in image_codec_test).
 class DecodeTest : public ::testing::TestWithParam<DecodeCase> {};
 
 }  // namespace ImageTestFiles
