@@ -10,14 +10,13 @@ void ZoFMemorySink::Append(std::span<const uint8_t> bytes) {
 }
 
 void ZoFByteBuffer::PutU16(uint16_t v) {
-    const uint8_t b[2] = {static_cast<uint8_t>(v), static_cast<uint8_t>(v >> 8)};
-    bytes_.insert(bytes_.end(), b, b + 2);
+    bytes_.push_back(static_cast<uint8_t>(v));
+    bytes_.push_back(static_cast<uint8_t>(v >> 8));
 }
 
 void ZoFByteBuffer::PutU32(uint32_t v) {
-    const uint8_t b[4] = {static_cast<uint8_t>(v), static_cast<uint8_t>(v >> 8),
-                          static_cast<uint8_t>(v >> 16), static_cast<uint8_t>(v >> 24)};
-    bytes_.insert(bytes_.end(), b, b + 4);
+    PutU16(static_cast<uint16_t>(v));
+    PutU16(static_cast<uint16_t>(v >> 16));
 }
 
 void ZoFByteBuffer::PutBytes(std::span<const uint8_t> bytes) {
@@ -58,12 +57,19 @@ void ZoFFileStream::PutU32(uint32_t v) {
 }
 
 void ZoFFileStream::PutBytes(std::span<const uint8_t> bytes) {
+    const size_t used = size_ % kChunkSize;
+    if (used != 0 && bytes.size() <= kChunkSize - used) {
+        // Most tags are a few bytes and fit the chunk in hand.
+        std::copy(bytes.begin(), bytes.end(), chunks_.back().get() + used);
+        size_ += bytes.size();
+        return;
+    }
     while (!bytes.empty()) {
-        const size_t used = size_ % kChunkSize;
-        if (used == 0 && size_ / kChunkSize == chunks_.size())
+        const size_t offset = size_ % kChunkSize;
+        if (offset == 0 && size_ / kChunkSize == chunks_.size())
             chunks_.push_back(std::make_unique_for_overwrite<uint8_t[]>(kChunkSize));
-        const size_t n = std::min(bytes.size(), kChunkSize - used);
-        std::memcpy(chunks_[size_ / kChunkSize].get() + used, bytes.data(), n);
+        const size_t n = std::min(bytes.size(), kChunkSize - offset);
+        std::memcpy(chunks_[size_ / kChunkSize].get() + offset, bytes.data(), n);
         size_ += n;
         bytes = bytes.subspan(n);
     }

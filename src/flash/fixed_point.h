@@ -28,6 +28,9 @@ struct Fixed16 {
 /// Largest magnitude a signed bit field of SWF records can hold (31 bits).
 inline constexpr int64_t kZoSWFMaxSignedField = (int64_t{1} << 30) - 1;
 
+/// Rounds to nearest, halves away from zero; throws ZoException with `what`
+/// in the message when |value| exceeds `limit`.
+int64_t ZoRoundChecked(double value, double limit, const char* what);
 /// Rounds `twips` to the nearest twip; throws ZoException when the value lies
 /// beyond what a SWF coordinate field can hold.
 Twips ZoToTwips(double twips);

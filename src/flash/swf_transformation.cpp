@@ -12,11 +12,7 @@ namespace {
 constexpr double kMaxCxformTerm = 16383;
 
 int16_t CxformTerm(double value, const char* what) {
-    const double rounded = std::round(value);
-    if (!(std::fabs(rounded) <= kMaxCxformTerm))
-        throw ZoException(
-            ZoFormat("The colour transformation %s term %g is out of range.", what, value));
-    return static_cast<int16_t>(rounded);
+    return static_cast<int16_t>(ZoRoundChecked(value, kMaxCxformTerm + 0.49, what));
 }
 
 }  // namespace
@@ -75,8 +71,8 @@ ZoFCxformRecord ZoSWFColourTransformation::ToRecord() const {
     int16_t* mult[4] = {&r.redMult, &r.greenMult, &r.blueMult, &r.alphaMult};
     int16_t* add[4] = {&r.redAdd, &r.greenAdd, &r.blueAdd, &r.alphaAdd};
     for (int i = 0; i < 4; ++i) {
-        *mult[i] = CxformTerm(scale_[i] * 256.0, "multiply");
-        *add[i] = CxformTerm(offset_[i], "add");
+        *mult[i] = CxformTerm(scale_[i] * 256.0, "colour multiply");
+        *add[i] = CxformTerm(offset_[i], "colour add");
         r.hasMult = r.hasMult || *mult[i] != 256;
         r.hasAdd = r.hasAdd || *add[i] != 0;
     }
