@@ -294,6 +294,21 @@ Bytes GifClaiming(uint16_t width, uint16_t height) {
     return gif;
 }
 
+TEST(PngDecode, DataTooShortForTheClaimedSizeIsRefusedBeforeAllocating) {
+    try {
+        ZoImageCodec::Decode(PngClaiming(8000, 8000));
+        FAIL() << "decoded a forged PNG";
+    } catch (const ZoException& e) {
+        EXPECT_NE(std::string(e.what()).find("cut short"), std::string::npos) << e.what();
+    }
+    // A real file compressed about as far as deflate goes still decodes.
+    PngSource blank{2000, 1000, PNG_COLOR_TYPE_GRAY, 8, Bytes(2000 * 1000, 0)};
+    blank.transparency = {255};
+    const Bytes file = ImageTestFiles::EncodePng(blank);
+    EXPECT_GT(blank.samples.size() / file.size(), 500u);
+    EXPECT_EQ(ZoImageCodec::Decode(file).width, 2000);
+}
+
 class HostileSizeTest : public ::testing::TestWithParam<BadCase> {};
 
 TEST_P(HostileSizeTest, IsRefusedBeforeDecoding) {
