@@ -15,10 +15,11 @@ namespace {
 constexpr int32_t kMaxPixelSize = 16384;
 
 // One library for the process; FreeType allows sharing it only when every
-// call that touches it or its faces is serialised.
+// call that touches it or its faces is serialised. The mutex is never
+// destroyed, because cached faces are freed by other static destructors.
 std::mutex& FreeTypeMutex() {
-    static std::mutex mutex;
-    return mutex;
+    static auto* mutex = new std::mutex;
+    return *mutex;
 }
 
 FT_Library FreeTypeLibrary() {
