@@ -118,12 +118,15 @@ ZoDecodedImage DecodeJpeg(std::span<const uint8_t> bytes) {
     const bool cmyk =
         jpeg.info.jpeg_color_space == JCS_CMYK || jpeg.info.jpeg_color_space == JCS_YCCK;
     jpeg.info.out_color_space = cmyk ? JCS_CMYK : JCS_EXT_RGBA;
-    // MakeImage refuses hostile sizes before libjpeg allocates its buffers.
-    image = MakeImage(jpeg.info.image_width, jpeg.info.image_height, ZoImageFormat::Jpeg);
+    // Hostile sizes are refused before libjpeg allocates its buffers. Our own
+    // picture comes after the start, by which a progressive file has been read
+    // whole, so one that is cut short fails before costing that memory too.
+    CheckSize(jpeg.info.image_width, jpeg.info.image_height);
+    jpeg_start_decompress(&jpeg.info);
+    image = MakeImage(jpeg.info.output_width, jpeg.info.output_height, ZoImageFormat::Jpeg);
     if (cmyk) {
         cmykRow.resize(static_cast<std::size_t>(image.width) * 4);
     }
-    jpeg_start_decompress(&jpeg.info);
     ReadRows(jpeg.info, image, cmykRow);
     jpeg_finish_decompress(&jpeg.info);
     return image;

@@ -211,6 +211,9 @@ Bytes SmallPng() {
 Bytes SmallJpeg() {
     return ImageTestFiles::EncodeJpeg({8, 8, 3, false, Gradient(8, 8, 3)});
 }
+Bytes SmallProgressiveJpeg() {
+    return ImageTestFiles::EncodeJpeg({16, 16, 3, true, Gradient(16, 16, 3)});
+}
 Bytes SmallGif() {
     return ImageTestFiles::EncodeGif({4, 4, 0, 0, 4, 4, false, -1, kFourColours, Bytes(16, 2)});
 }
@@ -247,6 +250,8 @@ INSTANTIATE_TEST_SUITE_P(
                       BadCase{"JpegMarkerOnly", Cut(SmallJpeg(), 3)},
                       BadCase{"JpegCutInHeader", Cut(SmallJpeg(), 100)},
                       BadCase{"JpegCutInData", Cut(SmallJpeg(), SmallJpeg().size() - 40)},
+                      BadCase{"ProgressiveJpegCutInData",
+                              Cut(SmallProgressiveJpeg(), SmallProgressiveJpeg().size() - 40)},
                       BadCase{"GifSignatureOnly", Cut(SmallGif(), 6)},
                       BadCase{"GifCutBeforeImage", Cut(SmallGif(), 13 + 12)},
                       BadCase{"GifCutInData", Cut(SmallGif(), SmallGif().size() - 6)},
