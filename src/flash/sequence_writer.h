@@ -2,6 +2,7 @@
 // Turns frames into control tags: each frame's display list is compared with
 // the one shown before it, and only the difference is written.
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "flash/byte_stream.h"
@@ -17,6 +18,17 @@ class ZoFTagOutput {
   public:
     virtual ~ZoFTagOutput() = default;
     virtual void PutTag(ZoFTagCode code, std::span<const uint8_t> body) = 0;
+};
+
+/// A ZoFTagOutput that hands each tag to `put(code, body)`.
+template <typename Put>
+class ZoFTagOutputOf : public ZoFTagOutput {
+  public:
+    explicit ZoFTagOutputOf(Put put) : put_(std::move(put)) {}
+    void PutTag(ZoFTagCode code, std::span<const uint8_t> body) override { put_(code, body); }
+
+  private:
+    Put put_;
 };
 
 /// Writes the frames of one sequence in order, keeping the display list

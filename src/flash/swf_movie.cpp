@@ -7,17 +7,6 @@
 namespace ZoFlash {
 namespace {
 
-class FileTagOutput : public ZoFTagOutput {
-  public:
-    explicit FileTagOutput(ZoFFile& file) : file_(file) {}
-    void PutTag(ZoFTagCode code, std::span<const uint8_t> body) override {
-        file_.WriteRawTag(code, body);
-    }
-
-  private:
-    ZoFFile& file_;
-};
-
 // The frame size is stored in twips in 31 signed bits.
 constexpr int kMaxMoviePixels = static_cast<int>(kZoSWFMaxSignedField / 20);
 
@@ -85,7 +74,8 @@ void ZoSWFMovie::WriteTo(ZoFFile& file) {
     file.WriteTag(&background);
 
     ZoSWFFile swf(file);
-    FileTagOutput out(file);
+    ZoFTagOutputOf out(
+        [&file](ZoFTagCode code, std::span<const uint8_t> body) { file.WriteRawTag(code, body); });
     ZoFSequenceWriter writer(swf, out);
     for (const auto& scene : scenes_) {
         // Each scene starts from an empty picture: what the last scene showed

@@ -82,25 +82,21 @@ void ZoWriteRgba(ZoFByteBuffer& out, const ZoFRgbaRecord& colour, ZoFColourForm 
 }
 
 void ZoWriteMatrix(ZoFByteBuffer& out, const ZoFMatrixRecord& m) {
+    // Each pair of terms shares one 5-bit width field.
     ZoFBitWriter w(out);
+    auto pair = [&w](int32_t a, int32_t b) {
+        const int bits = SignedBitsOf({a, b});
+        w.PutUnsigned(bits, 5);
+        w.PutSigned(a, bits);
+        w.PutSigned(b, bits);
+    };
     w.PutFlag(m.hasScale);
-    if (m.hasScale) {
-        const int bits = SignedBitsOf({m.scaleX.raw, m.scaleY.raw});
-        w.PutUnsigned(bits, 5);
-        w.PutSigned(m.scaleX.raw, bits);
-        w.PutSigned(m.scaleY.raw, bits);
-    }
+    if (m.hasScale)
+        pair(m.scaleX.raw, m.scaleY.raw);
     w.PutFlag(m.hasRotate);
-    if (m.hasRotate) {
-        const int bits = SignedBitsOf({m.rotateSkew0.raw, m.rotateSkew1.raw});
-        w.PutUnsigned(bits, 5);
-        w.PutSigned(m.rotateSkew0.raw, bits);
-        w.PutSigned(m.rotateSkew1.raw, bits);
-    }
-    const int bits = SignedBitsOf({m.translateX.value, m.translateY.value});
-    w.PutUnsigned(bits, 5);
-    w.PutSigned(m.translateX.value, bits);
-    w.PutSigned(m.translateY.value, bits);
+    if (m.hasRotate)
+        pair(m.rotateSkew0.raw, m.rotateSkew1.raw);
+    pair(m.translateX.value, m.translateY.value);
 }
 
 void ZoWriteCxformWithAlpha(ZoFByteBuffer& out, const ZoFCxformRecord& c) {

@@ -5,20 +5,6 @@
 #include "platform/zo_exception.h"
 
 namespace ZoFlash {
-namespace {
-
-class BufferTagOutput : public ZoFTagOutput {
-  public:
-    explicit BufferTagOutput(ZoFByteBuffer& out) : out_(out) {}
-    void PutTag(ZoFTagCode code, std::span<const uint8_t> body) override {
-        ZoWriteTag(out_, code, body);
-    }
-
-  private:
-    ZoFByteBuffer& out_;
-};
-
-}  // namespace
 
 ZoSWFSprite::ZoSWFSprite() = default;
 ZoSWFSprite::~ZoSWFSprite() = default;
@@ -29,7 +15,8 @@ void ZoSWFSprite::Write(ZoSWFFile& file) {
     ZoFByteBuffer body;
     body.PutU16(0);  // id, known once the dependencies have theirs
     body.PutU16(static_cast<uint16_t>(TotalFrames()));
-    BufferTagOutput out(body);
+    ZoFTagOutputOf out(
+        [&body](ZoFTagCode code, std::span<const uint8_t> tag) { ZoWriteTag(body, code, tag); });
     ZoFSequenceWriter writer(file, out);
     for (int i = 0; i < TotalFrames(); ++i)
         writer.DefineCharacters(*GetFrame(i));
