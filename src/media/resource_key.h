@@ -23,6 +23,10 @@ class ZoResourceKey {
     int32_t GetId() const noexcept { return id_; }
     void SetName(ZoString name) { name_ = std::move(name); }
 
+    /// Whether the kind carries a name, a number.
+    bool UsesName() const noexcept { return kind_ == kByName || kind_ == kByNameAndId; }
+    bool UsesId() const noexcept { return kind_ == kById || kind_ == kByNameAndId; }
+
     /// True when the key names nothing: kind 0 (or unknown), or a kind whose
     /// name or number is missing.
     bool IsEmpty() const noexcept;
@@ -33,9 +37,6 @@ class ZoResourceKey {
     friend bool operator==(const ZoResourceKey& a, const ZoResourceKey& b) noexcept;
 
   private:
-    bool UsesName() const noexcept { return kind_ == kByName || kind_ == kByNameAndId; }
-    bool UsesId() const noexcept { return kind_ == kById || kind_ == kByNameAndId; }
-
     int32_t kind_ = kEmpty;
     ZoString name_;
     int32_t id_ = kNoId;

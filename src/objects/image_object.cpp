@@ -17,33 +17,22 @@ namespace {
 void WriteKey(ZoFolderFile& file, const ZoResourceKey& key) {
     ZoFolderGuard folder(file, true);
     file.WriteInt32(key.GetKind());
-    if (key.GetKind() == ZoResourceKey::kByName || key.GetKind() == ZoResourceKey::kByNameAndId)
+    if (key.UsesName())
         file.WriteString(key.GetName());
-    if (key.GetKind() == ZoResourceKey::kById || key.GetKind() == ZoResourceKey::kByNameAndId)
+    if (key.UsesId())
         file.WriteInt32(key.GetId());
 }
 
 ZoResourceKey ReadKey(ZoFolderFile& file) {
     ZoFolderGuard folder(file, false, false);
     const int32_t kind = file.ReadInt32();
+    if (kind < ZoResourceKey::kEmpty || kind > ZoResourceKey::kByNameAndId)
+        return ZoResourceKey(ZoString());
+    ZoResourceKey key(kind, ZoString(), ZoResourceKey::kNoId);
     ZoString name;
-    int32_t id = ZoResourceKey::kNoId;
-    switch (kind) {
-        case ZoResourceKey::kEmpty:
-            break;
-        case ZoResourceKey::kByName:
-            file.ReadString(name);
-            break;
-        case ZoResourceKey::kById:
-            id = file.ReadInt32();
-            break;
-        case ZoResourceKey::kByNameAndId:
-            file.ReadString(name);
-            id = file.ReadInt32();
-            break;
-        default:
-            return ZoResourceKey(ZoString());
-    }
+    if (key.UsesName())
+        file.ReadString(name);
+    const int32_t id = key.UsesId() ? file.ReadInt32() : ZoResourceKey::kNoId;
     return ZoResourceKey(kind, std::move(name), id);
 }
 

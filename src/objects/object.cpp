@@ -1,5 +1,7 @@
 #include "objects/object.h"
 
+#include <optional>
+
 #include "objects/graduated_object.h"
 #include "objects/image_object.h"
 #include "objects/solid_object.h"
@@ -7,6 +9,9 @@
 #include "platform/zo_exception.h"
 
 namespace {
+
+/// Stands for a kind code that could not be read.
+constexpr int32_t kUnreadableKind = -1;
 
 /// The object a stored kind code stands for, with its defaults; null for
 /// codes that carry no object (3 and 4). Unknown codes, and kinds this build
@@ -40,25 +45,24 @@ void WriteObject(ZoFolderFile& file, const TeskObject* object) {
 }
 
 void ReadObject(ZoFolderFile& file, ZoAutoPtr<TeskObject>& holder) {
-    int32_t kind = -1;
+    std::optional<ZoFolderGuard> folder;
     try {
-        ZoFolderGuard folder(file, false);
-        try {
-            kind = file.ReadInt32();
-        } catch (const ZoFileNonFatalException&) {
-            kind = -1;
-        }
-        if (kind == kTeskKeepObject) {
-            if (holder)
-                holder->Read(file);
-            return;
-        }
-        holder = MakeDefaultObject(kind);
-        if (holder && ReadsItsRecord(kind))
-            holder->Read(file);
+        folder.emplace(file, false);
     } catch (const ZoFileNonFatalException&) {
-        // The slot's folder itself is missing: same as an unreadable code.
-        if (kind == -1)
-            holder = MakeDefaultObject(kind);
+        holder = MakeDefaultObject(kUnreadableKind);
+        return;
     }
+    int32_t kind = kUnreadableKind;
+    try {
+        kind = file.ReadInt32();
+    } catch (const ZoFileNonFatalException&) {
+    }
+    if (kind == kTeskKeepObject) {
+        if (holder)
+            holder->Read(file);
+        return;
+    }
+    holder = MakeDefaultObject(kind);
+    if (holder && ReadsItsRecord(kind))
+        holder->Read(file);
 }
