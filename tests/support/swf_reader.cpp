@@ -55,6 +55,9 @@ std::string Describe(const char* what, int written, int needed) {
 }
 
 std::vector<uint8_t> Inflate(std::span<const uint8_t> data, size_t expected) {
+    // A test bitmap is small; a huge claimed size is a broken header.
+    if (expected > (size_t{1} << 26))
+        throw ParseError("bitmap is larger than 64 MB");
     std::vector<uint8_t> out(expected);
     uLongf size = static_cast<uLongf>(expected);
     if (uncompress(out.data(), &size, data.data(), static_cast<uLong>(data.size())) != Z_OK ||
@@ -386,6 +389,8 @@ void Validator::CheckUse(uint16_t id, const char* by) {
 }
 
 void Validator::Define(const Tag& tag) {
+    if (tag.body.size() < (tag.code == kDefineSprite ? 4u : 2u))
+        throw ParseError("definition tag " + std::to_string(tag.code) + " is too short");
     Movie& m = result_.movie;
     const uint16_t id = static_cast<uint16_t>(tag.body.at(0) | tag.body.at(1) << 8);
     if (id == 0 || !defined_.insert(id).second)
