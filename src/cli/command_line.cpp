@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
+#include "cli/project_commands.h"
 #include "platform/zo_exception.h"
 
 namespace {
@@ -29,6 +30,8 @@ int VimboRunCommandLine(const std::vector<std::string>& arguments,
     std::string projectFile;
     app.add_option("project", projectFile, "Project file (.vmb) to open in the editor");
     app.require_subcommand(0, 1);
+    VimboAddDumpCommand(app);
+    VimboAddBuildCommand(app);
 
     std::vector<std::string> args(arguments.rbegin(), arguments.rend() - 1);
     try {

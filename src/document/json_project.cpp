@@ -1,8 +1,13 @@
 #include "document/json_project.h"
 
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
 #include "document/json_field_reader.h"
 #include "document/json_field_writer.h"
 #include "effects/wave_effect.h"
+#include "media/image_path.h"
 #include "objects/object.h"
 #include "platform/zo_exception.h"
 
@@ -83,4 +88,52 @@ TeskLoadedDocument TeskDocumentFromJson(std::string_view text) {
     else
         loaded.effects.push_back(std::make_unique<TeskWaveEffect>());
     return loaded;
+}
+
+namespace {
+
+ZoString ReadTextFile(const ZoString& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        throw ZoException(ZoFormat("The file '%s' does not exist or cannot be read", path.c_str()));
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+void LoadJsonProject(TeskFile& document, const ZoString& path) {
+    TeskLoadedDocument loaded;
+    try {
+        loaded = TeskDocumentFromJson(ReadTextFile(path));
+    } catch (const ZoException& error) {
+        throw ZoException(ZoFormat("%s: %s", path.c_str(), error.what()));
+    }
+    // Image names in the JSON are relative to the JSON file's folder.
+    TeskSetProjectFolder(std::filesystem::path(path).parent_path().string());
+    TeskAdoptDocument(document, std::move(loaded), "");
+}
+
+void LoadBinaryProject(TeskFile& document, const ZoString& path) {
+    bool loaded = false;
+    try {
+        loaded = document.Load(path.c_str());
+    } catch (const std::exception& error) {
+        throw ZoException(ZoFormat("%s: %s", path.c_str(), error.what()));
+    }
+    if (!loaded) {
+        std::error_code error;
+        throw ZoException(ZoFormat(std::filesystem::exists(path, error)
+                                       ? "An error occurred opening the file '%s'"
+                                       : "The file '%s' does not exist",
+                                   path.c_str()));
+    }
+}
+
+}  // namespace
+
+void TeskLoadProjectFile(TeskFile& document, const ZoString& path) {
+    if (ZoToLowerAscii(std::filesystem::path(path).extension().string()) == ".json")
+        LoadJsonProject(document, path);
+    else
+        LoadBinaryProject(document, path);
 }

@@ -14,3 +14,8 @@ ZoString TeskDocumentToJson(const TeskFile& document);
 /// and of each effect; a missing "effects" list gives the new document's one
 /// wave effect. Throws ZoException naming the offending key.
 TeskLoadedDocument TeskDocumentFromJson(std::string_view text);
+
+/// Loads a project for the command line: JSON when the name ends in ".json",
+/// a project file otherwise. Throws ZoException with one line naming the
+/// file and the reason; the document is unchanged then.
+void TeskLoadProjectFile(TeskFile& document, const ZoString& path);

@@ -1,0 +1,42 @@
+#include <CLI/CLI.hpp>
+#include <filesystem>
+
+#include "cli/project_commands.h"
+#include "document/json_project.h"
+#include "effects/register_effects.h"
+#include "platform/atomic_file.h"
+#include "platform/zo_exception.h"
+
+namespace {
+
+struct BuildOptions {
+    std::string project;
+    std::string output;
+    bool force = false;
+};
+
+void RunBuild(const BuildOptions& options) {
+    std::error_code error;
+    if (!options.force && std::filesystem::exists(options.output, error)) {
+        throw ZoException(
+            ZoFormat("'%s' already exists; use --force to replace it", options.output.c_str()));
+    }
+    TeskRegisterEffects();
+    TeskFile document;
+    TeskLoadProjectFile(document, options.project);
+    // Written beside the target and renamed over it: never a partial file.
+    ZoWriteFileAtomically(options.output, TeskDocumentToBytes(document));
+}
+
+}  // namespace
+
+void VimboAddBuildCommand(CLI::App& app) {
+    auto options = std::make_shared<BuildOptions>();
+    CLI::App* command =
+        app.add_subcommand("build", "Write a project file (.vmb) from a JSON project");
+    command->add_option("project", options->project, "JSON project (or project file) to read")
+        ->required();
+    command->add_option("-o,--output", options->output, "Project file to write")->required();
+    command->add_flag("--force", options->force, "Replace the output file if it exists");
+    command->callback([options] { RunBuild(*options); });
+}

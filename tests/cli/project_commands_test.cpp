@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "cli/command_line.h"
+#include "platform/atomic_file.h"
+#include "platform/temp_directory.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct CommandResult {
+    int code;
+    std::string out;
+    std::string err;
+};
+
+CommandResult Vimbo(std::vector<std::string> args) {
+    args.insert(args.begin(), "vimbo");
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    const int code = VimboRunCommandLine(args, {});
+    std::string out = testing::internal::GetCapturedStdout();
+    return {code, out, testing::internal::GetCapturedStderr()};
+}
+
+std::string ReadAll(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+class ProjectCommands : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        folder_ = ZoMakeTempFileName("");
+        fs::create_directories(folder_);
+    }
+    std::string Path(const char* name) const { return (folder_ / name).string(); }
+
+    fs::path folder_;
+};
+
+TEST_F(ProjectCommands, DumpOfABuildBuildsTheSameBytes) {
+    ZoWriteFileAtomically(Path("in.json"),
+                          R"({"width": 640, "linkEnabled": true,
+                              "effects": [{"effect": "Cross Fade", "returnHold": 250,
+                                           "endObject": {"kind": "Solid Colour"}}]})");
+    ASSERT_EQ(Vimbo({"build", Path("in.json"), "-o", Path("a.vmb")}).code, 0);
+    const CommandResult dump = Vimbo({"dump", Path("a.vmb")});
+    ASSERT_EQ(dump.code, 0) << dump.err;
+    EXPECT_NE(dump.out.find("\"width\": 640,\n"), std::string::npos);
+    EXPECT_NE(dump.out.find("\"returnHold\": 250"), std::string::npos);
+    EXPECT_EQ(dump.out.back(), '\n');
+
+    ZoWriteFileAtomically(Path("dump.json"), dump.out);
+    ASSERT_EQ(Vimbo({"build", Path("dump.json"), "-o", Path("b.vmb")}).code, 0);
+    EXPECT_EQ(ReadAll(Path("b.vmb")), ReadAll(Path("a.vmb")));
+    EXPECT_EQ(Vimbo({"dump", Path("b.vmb")}).out, dump.out);
+    // A JSON project dumps the same as the project file built from it.
+    EXPECT_EQ(Vimbo({"dump", Path("dump.json")}).out, dump.out);
+}
+
+TEST_F(ProjectCommands, FailuresPrintOneLineAndLeaveNoOutput) {
+    ZoWriteFileAtomically(Path("bad.json"), R"({"effects": [{"effect": "Wobble"}]})");
+    ZoWriteFileAtomically(Path("broken.json"), R"({"width": )");
+    ZoWriteFileAtomically(Path("text.vmb"), "not a project");
+    ZoWriteFileAtomically(Path("taken.vmb"), "keep me");
+    const struct {
+        std::vector<std::string> args;
+        int code;
+        std::string message;
+    } cases[] = {
+        {{"dump", Path("absent.vmb")}, kVimboExitFailure, "does not exist"},
+        {{"dump", Path("text.vmb")}, kVimboExitFailure, "not a Vimbo project file"},
+        {{"build", Path("bad.json"), "-o", Path("out.vmb")},
+         kVimboExitFailure,
+         "Key 'effects[0].effect' names no effect: 'Wobble'"},
+        {{"build", Path("broken.json"), "-o", Path("out.vmb")},
+         kVimboExitFailure,
+         "cannot be parsed"},
+        {{"build", Path("bad.json"), "-o", Path("taken.vmb")},
+         kVimboExitFailure,
+         "already exists; use --force"},
+        {{"build", Path("bad.json")}, kVimboExitUsage, "--output is required"},
+        {{"dump"}, kVimboExitUsage, "project is required"},
+    };
+    for (const auto& c : cases) {
+        const CommandResult run = Vimbo(c.args);
+        EXPECT_EQ(run.code, c.code) << c.args[0] << " " << c.args.back();
+        EXPECT_NE(run.err.find(c.message), std::string::npos) << run.err;
+        if (c.code == kVimboExitFailure) {
+            EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+        }
+    }
+    EXPECT_FALSE(fs::exists(Path("out.vmb")));
+    EXPECT_EQ(ReadAll(Path("taken.vmb")), "keep me");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), 4);
+}
+
+TEST_F(ProjectCommands, ForceReplacesAnExistingOutput) {
+    ZoWriteFileAtomically(Path("in.json"), R"({"effects": [{"effect": "Cross Fade"}]})");
+    ZoWriteFileAtomically(Path("out.vmb"), "old");
+    EXPECT_EQ(Vimbo({"build", Path("in.json"), "-o", Path("out.vmb"), "--force"}).code, 0);
+    EXPECT_EQ(Vimbo({"dump", Path("out.vmb")}).code, 0);
+}
+
+}  // namespace
