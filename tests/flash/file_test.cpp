@@ -1,0 +1,82 @@
+// The low-level file writer as the single-definition preview uses it.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "flash/swf_colour.h"
+#include "flash/swf_file.h"
+#include "flash/swf_shape.h"
+#include "platform/zo_exception.h"
+#include "support/swf_reader.h"
+
+using namespace ZoFlash;
+
+namespace {
+
+/// One shape shown with its top-left corner at the origin.
+void WriteShapePreview(ZoFFile& file, const ZoSWFShape& shape) {
+    const ZoAutoPtr2<ZoFDefineShapeTag> definition = shape.BuildDefinitionTag(1);
+    const ZoRect bounds = definition->GetBoundingRect();
+    ZoFSetBackgroundColorTag background(ZoSWFColour(0xC0C0C0, 255));
+    ZoFPlaceObject2Tag place(1, definition->GetCharacterID());
+    place.GetTransformation().translateX = Twips{-bounds.left};
+    place.GetTransformation().translateY = Twips{-bounds.top};
+    ZoFShowFrameTag show;
+    ZoFEndTag end;
+    for (const ZoFTag* tag :
+         std::initializer_list<const ZoFTag*>{&background, definition.get(), &place, &show, &end})
+        EXPECT_GT(file.WriteTag(tag), 0);
+}
+
+ZoAutoInterface2<ZoSWFShape> Square() {
+    auto shape = ZoMakeCounted<ZoSWFShape>();
+    shape->SetSolidFill(0x00FF00, 255);
+    shape->Rectangle({100, 200, 300, 500});
+    return shape;
+}
+
+}  // namespace
+
+TEST(File, SingleDefinitionPreviewIsAValidOneFrameMovie) {
+    const auto shape = Square();
+    ZoFFile file;
+    file.SetMovieRect({0, 0, 200, 300});
+    ZoFMemorySink sink;
+    file.OpenWriteSink(sink);
+    WriteShapePreview(file, *shape);
+    ASSERT_TRUE(file.Close());
+    const SwfTest::Validation v = SwfTest::ValidateSwf(sink.Bytes());
+    EXPECT_TRUE(v.problems.empty()) << v.problems.front();
+    EXPECT_EQ(v.movie.frameCount, 1);
+    EXPECT_EQ(v.movie.frameSize, (SwfTest::Rect{0, 200, 0, 300}));
+    EXPECT_EQ(v.movie.background, (SwfTest::Rgba{0xC0, 0xC0, 0xC0, 255}));
+    const SwfTest::DisplayItem& item = v.movie.timeline.frames.at(0).displayList.at(1);
+    EXPECT_EQ(item.matrix.translateX, -100);
+    EXPECT_EQ(item.matrix.translateY, -200);
+}
+
+TEST(File, OpenWriteFileHonoursOverwriteAndLeavesAWholeFile) {
+    const auto folder = std::filesystem::temp_directory_path() / "vimbo_flash_file_test";
+    std::filesystem::create_directories(folder);
+    const auto path = folder / "preview.swf";
+    std::ofstream(path) << "old";
+    ZoFFile file;
+    EXPECT_FALSE(file.OpenWriteFile(path.c_str(), false));
+    ASSERT_TRUE(file.OpenWriteFile(path.c_str(), true));
+    WriteShapePreview(file, *Square());
+    ASSERT_TRUE(file.Close());
+    std::ifstream in(path, std::ios::binary);
+    const std::vector<uint8_t> bytes((std::istreambuf_iterator<char>(in)), {});
+    EXPECT_TRUE(SwfTest::ValidateSwf(bytes).problems.empty());
+    EXPECT_FALSE(file.Close());  // nothing open any more
+    std::filesystem::remove_all(folder);
+}
+
+TEST(File, FrameRateMustBePositive8Dot8) {
+    ZoFFile file;
+    EXPECT_THROW(file.SetFrameRate(0), ZoException);
+    EXPECT_THROW(file.SetFrameRate(-1), ZoException);
+    EXPECT_THROW(file.SetFrameRate(200), ZoException);
+    EXPECT_NO_THROW(file.SetFrameRate(29.97));
+}
