@@ -6,6 +6,10 @@
 #include <fstream>
 #include <iterator>
 
+#include "flash/swf_frame.h"
+#include "flash/swf_movie.h"
+#include "flash/swf_shape.h"
+#include "platform/zo_exception.h"
 #include "playback/capture_batch.h"
 #include "playback/pixel_checks.h"
 #include "playback/playback_movie.h"
@@ -38,6 +42,32 @@ std::vector<std::uint8_t> MovingSquareMovie() {
         .Finish();
 }
 
+// The same movie through our SWF writer, which must play pixel for pixel alike.
+void WriteMovingSquareWithZoFlash(const std::filesystem::path& file) {
+    using namespace ZoFlash;
+    constexpr int kTwips = 20;
+    ZoSWFMovie movie(file.c_str(), 80, 60, 12, ZoSWFColour(kBlue.r, kBlue.g, kBlue.b, 255));
+    auto square = ZoMakeCounted<ZoSWFShape>();
+    square->SetSolidFill(ZoSWFColour(kRed.r, kRed.g, kRed.b, 255));
+    square->Rectangle({0, 0, 20 * kTwips, 20 * kTwips});
+    ZoSWFColourTransformation transform;
+    transform.SetScale(0.5, 1, 1, 1);
+    transform.SetOffset(0, 64, 0, 0);
+    ZoSWFScene* scene = movie.AddScene();
+    for (int left : {10, 40}) {
+        ZoSWFTransformation moving;
+        moving.SetTranslate(left * kTwips, 10 * kTwips);
+        ZoSWFTransformation below;
+        below.SetTranslate(10 * kTwips, 35 * kTwips);
+        ZoSWFFrame* frame = scene->AddFrame();
+        frame->PlaceObject(square, nullptr, 1, moving, 0, -1, ZoSWFColourTransformation());
+        frame->PlaceObject(square, nullptr, 2, below, 0, -1, transform);
+    }
+    if (!movie.WriteMovieFile()) {
+        throw ZoException("cannot write " + file.string());
+    }
+}
+
 // The first tag (SetBackgroundColor) claims one byte more than it has.
 std::vector<std::uint8_t> MisframedMovie() {
     std::vector<std::uint8_t> movie = MovingSquareMovie();
@@ -56,6 +86,8 @@ MovieWriter Writes(std::vector<std::uint8_t> (*make)()) {
 }
 
 const PlaybackMovie kMovingSquare("moving_square", {0, 1, 2, 3}, Writes(&MovingSquareMovie));
+const PlaybackMovie kWrittenSquare("moving_square_zoflash", {0, 1, 2, 3},
+                                   &WriteMovingSquareWithZoFlash);
 const PlaybackMovie kMisframed("misframed", {0}, Writes(&MisframedMovie));
 
 std::string ReadText(const std::filesystem::path& file) {
@@ -111,6 +143,14 @@ TEST(Harness, FramesMatchTheStoredOnes) {
         EXPECT_TRUE(MatchesStoredFrame(kMovingSquare.FrameFile(frame),
                                        stored / ("moving_square_" + std::to_string(frame) + ".png"),
                                        kTolerance, 0));
+    }
+}
+
+TEST(Harness, OurWriterPlaysLikeTheHandMadeMovie) {
+    for (int frame : {0, 1, 2, 3}) {
+        EXPECT_TRUE(
+            FramesMatch(kWrittenSquare.Frame(frame), kMovingSquare.Frame(frame), kTolerance, 0))
+            << "frame " << frame;
     }
 }
 

@@ -178,6 +178,15 @@ void WriteMovies(Suite& suite, const std::filesystem::path& movieDir, std::vecto
     }
 }
 
+void ReportTimes(std::size_t movies, const BatchReport& batch) {
+    if (!batch.error.empty()) {
+        std::printf("[ playback ] failed: %s\n", batch.error.c_str());
+        return;
+    }
+    std::printf("[ playback ] %zu movies in %d ms (browser start %d ms, renderer %s)\n", movies,
+                batch.totalMs, batch.browserStartMs, batch.renderer.c_str());
+}
+
 void PlayOnce(Suite& suite) {
     const std::filesystem::path workDir = ProgramWorkDir();
     std::filesystem::create_directories(workDir / "movies");
@@ -198,10 +207,7 @@ void PlayOnce(Suite& suite) {
     if (!CanReuse(captureDir, suite.batch)) {
         std::filesystem::remove_all(captureDir);
         suite.batch = RunCaptureBatch(jobs, captureDir);
-        std::printf("[ playback ] %zu movies in %d ms (browser start %d ms, renderer %s)%s%s\n",
-                    jobs.size(), suite.batch.totalMs, suite.batch.browserStartMs,
-                    suite.batch.renderer.c_str(), suite.batch.error.empty() ? "" : ": ",
-                    suite.batch.error.c_str());
+        ReportTimes(jobs.size(), suite.batch);
     }
     for (MovieState& movie : suite.movies) {
         if (movie.writeError.empty() && movie.job < suite.batch.jobs.size()) {
