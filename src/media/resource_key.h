@@ -27,12 +27,6 @@ class ZoResourceKey {
     bool UsesName() const noexcept { return kind_ == kByName || kind_ == kByNameAndId; }
     bool UsesId() const noexcept { return kind_ == kById || kind_ == kByNameAndId; }
 
-    /// True when the key names nothing: kind 0 (or unknown), or a kind whose
-    /// name or number is missing.
-    bool IsEmpty() const noexcept;
-    /// h = h * 2 + byte over the name's bytes, then the id's four bytes.
-    uint32_t Hash() const noexcept;
-
     /// Kinds must match; names compare byte for byte (case matters).
     friend bool operator==(const ZoResourceKey& a, const ZoResourceKey& b) noexcept;
 

@@ -192,14 +192,4 @@ TEST(ImageObjectShapes, AMissingPictureLeavesTheShapeUnfilled) {
     EXPECT_EQ(size, (ZoSize{182, 202}));
 }
 
-TEST(ImageObjectShapes, EachMovieDefinesItsOwnBitmap) {
-    TeskImageObject image;
-    for (int run = 0; run < 2; ++run) {
-        TeskSWFMovie movie;
-        const auto written = Write(movie, {image.MakeShape(movie, kRect)});
-        ASSERT_EQ(written.Problems(), "") << run;
-        EXPECT_EQ(written.result.movie.bitmaps.size(), 1u) << run;
-    }
-}
-
 }  // namespace
