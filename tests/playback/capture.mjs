@@ -22,7 +22,9 @@ import {chromium} from "playwright-core";
 const here = dirname(fileURLToPath(import.meta.url));
 const ruffleDir = join(here, "node_modules", "@ruffle-rs", "ruffle");
 const pagePollMs = 10;
-const loadTimeoutMs = 30000;
+// Generous: the first movie waits for Ruffle's WebAssembly to compile, which
+// takes seconds on an idle machine and many times that on a busy one.
+const loadTimeoutMs = 120000;
 
 // Stored frames hold one renderer's pixels, so every run must use the same one.
 // Ruffle's own WebGL renderer (on SwiftShader here) starts faster than its wgpu
