@@ -6,52 +6,46 @@
 
 class TeskFile;
 
+/// An action on one position of the document's effect list.
+class TeskEffectListAction : public ZoEditor::ZoEditAction {
+  protected:
+    TeskEffectListAction(TeskFile& document, ZoAutoPtr<TeskEffect> effect, int index) noexcept
+        : document_(document), effect_(std::move(effect)), index_(index) {}
+
+    TeskFile& document_;
+    ZoAutoPtr<TeskEffect> effect_;  // the effect out of the document
+    int index_;
+};
+
 /// Inserts the held effect at index; undo takes it back out.
-class TeskAddEffectAction : public ZoEditor::ZoEditAction {
+class TeskAddEffectAction : public TeskEffectListAction {
   public:
     TeskAddEffectAction(TeskFile& document, ZoAutoPtr<TeskEffect> effect, int index) noexcept
-        : document_(document), effect_(std::move(effect)), index_(index) {}
+        : TeskEffectListAction(document, std::move(effect), index) {}
 
   protected:
     bool Do() override;
     bool Undo() override;
-
-  private:
-    TeskFile& document_;
-    ZoAutoPtr<TeskEffect> effect_;
-    int index_;
 };
 
 /// Takes the effect at index out; undo inserts it again.
-class TeskRemoveEffectAction : public ZoEditor::ZoEditAction {
+class TeskRemoveEffectAction : public TeskEffectListAction {
   public:
     TeskRemoveEffectAction(TeskFile& document, int index) noexcept
-        : document_(document), index_(index) {}
-    /// The removed effect while the action is done.
-    TeskEffect* GetEffect() const noexcept { return effect_.get(); }
+        : TeskEffectListAction(document, nullptr, index) {}
 
   protected:
     bool Do() override;
     bool Undo() override;
-
-  private:
-    TeskFile& document_;
-    ZoAutoPtr<TeskEffect> effect_;
-    int index_;
 };
 
 /// Exchanges the effect at index with the held one, both ways.
-class TeskReplaceEffectAction : public ZoEditor::ZoEditAction {
+class TeskReplaceEffectAction : public TeskEffectListAction {
   public:
     TeskReplaceEffectAction(TeskFile& document, ZoAutoPtr<TeskEffect> effect, int index) noexcept
-        : document_(document), effect_(std::move(effect)), index_(index) {}
+        : TeskEffectListAction(document, std::move(effect), index) {}
 
   protected:
     bool Do() override;
     bool Undo() override;
-
-  private:
-    TeskFile& document_;
-    ZoAutoPtr<TeskEffect> effect_;
-    int index_;
 };

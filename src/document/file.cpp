@@ -96,6 +96,12 @@ void TeskFile::QueueHint(ZoAutoPtr<ZoEditor::ZoUpdateHint> hint, Transaction& tr
     transaction.AddHint(hint);
 }
 
+void TeskFile::RecordEffectChange(ZoAutoPtr<ZoEditor::ZoEditAction> action, TeskEffect* effect,
+                                  uint32_t kind, int index, Transaction& transaction) {
+    transaction.AddAction(action);
+    QueueHint(std::make_unique<TeskEffectUpdateHint>(effect, kind, index), transaction);
+}
+
 void TeskFile::InsertEffect(ZoAutoPtr<TeskEffect>& effect, int index, Transaction* transaction) {
     if (!transaction) {
         InsertEffectAt(effect, index);
@@ -103,11 +109,8 @@ void TeskFile::InsertEffect(ZoAutoPtr<TeskEffect>& effect, int index, Transactio
         return;
     }
     TeskEffect* inserted = effect.get();
-    ZoAutoPtr<ZoEditor::ZoEditAction> action =
-        std::make_unique<TeskAddEffectAction>(*this, std::move(effect), index);
-    transaction->AddAction(action);
-    QueueHint(std::make_unique<TeskEffectUpdateHint>(inserted, kTeskEffectInserted, index),
-              *transaction);
+    RecordEffectChange(std::make_unique<TeskAddEffectAction>(*this, std::move(effect), index),
+                       inserted, kTeskEffectInserted, index, *transaction);
 }
 
 void TeskFile::RemoveEffect(int index, Transaction* transaction) {
@@ -117,12 +120,8 @@ void TeskFile::RemoveEffect(int index, Transaction* transaction) {
         TakeEffect(removed, index);
         return;
     }
-    TeskEffect* removed = GetEffect(index);
-    ZoAutoPtr<ZoEditor::ZoEditAction> action =
-        std::make_unique<TeskRemoveEffectAction>(*this, index);
-    transaction->AddAction(action);
-    QueueHint(std::make_unique<TeskEffectUpdateHint>(removed, kTeskEffectRemoved, index),
-              *transaction);
+    RecordEffectChange(std::make_unique<TeskRemoveEffectAction>(*this, index), GetEffect(index),
+                       kTeskEffectRemoved, index, *transaction);
 }
 
 void TeskFile::TakeEffect(ZoAutoPtr<TeskEffect>& out, int index) {
@@ -137,11 +136,8 @@ void TeskFile::ReplaceEffect(ZoAutoPtr<TeskEffect>& effect, int index, Transacti
         return;
     }
     TeskEffect* replacement = effect.get();
-    ZoAutoPtr<ZoEditor::ZoEditAction> action =
-        std::make_unique<TeskReplaceEffectAction>(*this, std::move(effect), index);
-    transaction->AddAction(action);
-    QueueHint(std::make_unique<TeskEffectUpdateHint>(replacement, kTeskEffectReplaced, index),
-              *transaction);
+    RecordEffectChange(std::make_unique<TeskReplaceEffectAction>(*this, std::move(effect), index),
+                       replacement, kTeskEffectReplaced, index, *transaction);
 }
 
 void TeskFile::ValidateSelection() {

@@ -174,6 +174,9 @@ class TeskFile final : public TeskEffectHost {
     void InsertEffectAt(ZoAutoPtr<TeskEffect>& effect, int index);
     ZoAutoPtr<TeskEffect> TakeEffectAt(int index);
     void ExchangeEffectAt(ZoAutoPtr<TeskEffect>& effect, int index);
+    /// Performs `action` in `transaction` and queues the effect hint for it.
+    void RecordEffectChange(ZoAutoPtr<ZoEditor::ZoEditAction> action, TeskEffect* effect,
+                            uint32_t kind, int index, Transaction& transaction);
     /// Queues a hint for the observers in `transaction`.
     void QueueHint(ZoAutoPtr<ZoEditor::ZoUpdateHint> hint, Transaction& transaction);
 
