@@ -13,9 +13,9 @@ struct Twips {
     friend bool operator==(Twips, Twips) = default;
 };
 
-/// An 8.8 fixed-point number (frame rate).
+/// An unsigned 8.8 fixed-point number (frame rate).
 struct Fixed8 {
-    int16_t raw = 0;
+    uint16_t raw = 0;
     friend bool operator==(Fixed8, Fixed8) = default;
 };
 
@@ -28,18 +28,51 @@ struct Fixed16 {
 /// Largest magnitude a signed bit field of SWF records can hold (31 bits).
 inline constexpr int64_t kZoSWFMaxSignedField = (int64_t{1} << 30) - 1;
 
+/// Throws the ZoException for a `what` value out of range.
+[[noreturn]] void ZoThrowOutOfRange(const char* what, double value);
+
 /// Rounds to nearest, halves away from zero; throws ZoException with `what`
-/// in the message when |value| exceeds `limit`.
-int64_t ZoRoundChecked(double value, double limit, const char* what);
+/// in the message when |value| exceeds `limit` (or is not a number). Inline
+/// and without library calls: every placement rounds fourteen terms.
+inline int64_t ZoRoundChecked(double value, double limit, const char* what) {
+    if (!(value <= limit && value >= -limit))
+        ZoThrowOutOfRange(what, value);
+    auto whole = static_cast<int64_t>(value);
+    const double fraction = value - static_cast<double>(whole);  // exact below 2^52
+    if (fraction >= 0.5)
+        ++whole;
+    else if (fraction <= -0.5)
+        --whole;
+    return whole;
+}
+
+/// Checks an integer twip value against the SWF coordinate range.
+inline Twips ZoCheckedTwips(int64_t twips) {
+    if (twips > kZoSWFMaxSignedField || twips < -kZoSWFMaxSignedField)
+        ZoThrowOutOfRange("coordinate", static_cast<double>(twips));
+    return Twips{static_cast<int32_t>(twips)};
+}
+
 /// Rounds `twips` to the nearest twip; throws ZoException when the value lies
 /// beyond what a SWF coordinate field can hold.
-Twips ZoToTwips(double twips);
-/// Checks an integer twip value against the SWF coordinate range.
-Twips ZoCheckedTwips(int64_t twips);
+inline Twips ZoToTwips(double twips) {
+    return ZoCheckedTwips(
+        ZoRoundChecked(twips, static_cast<double>(kZoSWFMaxSignedField), "coordinate"));
+}
+
 /// `value` as 16.16, rounded; throws ZoException when out of range.
-Fixed16 ZoToFixed16(double value);
-/// `value` as 8.8, rounded; throws ZoException when out of range.
-Fixed8 ZoToFixed8(double value);
+inline Fixed16 ZoToFixed16(double value) {
+    return Fixed16{static_cast<int32_t>(
+        ZoRoundChecked(value * 65536.0, static_cast<double>(kZoSWFMaxSignedField), "matrix"))};
+}
+
+/// `value` as unsigned 8.8, rounded; throws ZoException when negative or
+/// 256 and above.
+inline Fixed8 ZoToFixed8(double value) {
+    if (value < 0)
+        ZoThrowOutOfRange("fixed-point", value);
+    return Fixed8{static_cast<uint16_t>(ZoRoundChecked(value * 256.0, 65535.0, "fixed-point"))};
+}
 
 constexpr double ZoFromFixed16(Fixed16 f) noexcept {
     return f.raw / 65536.0;

@@ -61,8 +61,8 @@ void ZoSWFMovie::WriteMovie(ZoFByteSink& sink) {
 void ZoSWFMovie::SetUp(ZoFFile& file) const {
     if (width_ < 1 || height_ < 1 || width_ > kMaxMoviePixels || height_ > kMaxMoviePixels)
         throw ZoException(ZoFormat("The movie size %d x %d is out of range.", width_, height_));
-    if (frameRate_ < 1 || frameRate_ > 127)
-        throw ZoException(ZoFormat("The frame rate %d is outside 1 to 127.", frameRate_));
+    if (frameRate_ < 1 || frameRate_ > 255)
+        throw ZoException(ZoFormat("The frame rate %d is outside 1 to 255.", frameRate_));
     if (TotalFrames() > 0xFFFF)
         throw ZoException("A movie cannot have more than 65535 frames.");
     file.SetMovieRect({0, 0, width_ * 20, height_ * 20});

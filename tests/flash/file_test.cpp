@@ -77,6 +77,6 @@ TEST(File, FrameRateMustBePositive8Dot8) {
     ZoFFile file;
     EXPECT_THROW(file.SetFrameRate(0), ZoException);
     EXPECT_THROW(file.SetFrameRate(-1), ZoException);
-    EXPECT_THROW(file.SetFrameRate(200), ZoException);
+    EXPECT_THROW(file.SetFrameRate(256), ZoException);
     EXPECT_NO_THROW(file.SetFrameRate(29.97));
 }

@@ -289,7 +289,7 @@ TEST(Movie, ValuesSWFCannotHoldThrow) {
          }},
         {"frame rate beyond 8.8",
          [] {
-             ZoSWFMovie m("", 10, 10, 128, ZoSWFColour());
+             ZoSWFMovie m("", 10, 10, 256, ZoSWFColour());
              ZoFMemorySink sink;
              m.WriteMovie(sink);
          }},

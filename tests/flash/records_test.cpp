@@ -71,7 +71,9 @@ TEST(FixedPoint, RoundsToNearestAndRejectsOutOfRange) {
     EXPECT_THROW(ZoToTwips(2e9), ZoException);
     EXPECT_THROW(ZoToTwips(std::nan("")), ZoException);
     EXPECT_THROW(ZoToFixed16(20000.0), ZoException);
-    EXPECT_THROW(ZoToFixed8(128.0), ZoException);
+    EXPECT_EQ(ZoToFixed8(255.5).raw, 65408);
+    EXPECT_THROW(ZoToFixed8(256.0), ZoException);
+    EXPECT_THROW(ZoToFixed8(-1.0), ZoException);
 }
 
 TEST(Records, GoldenBytes) {
