@@ -4,7 +4,10 @@
 //
 //   node capture.mjs <batch.json> <report.json>
 //
-// batch.json: {"jobs": [{"movie": "/abs/a.swf", "frames": [0, 3], "outDir": "/abs/out"}]}
+// batch.json: {"jobs": [{"movie": "/abs/a.swf", "frames": [0, 3], "outDir": "/abs/out",
+//                        "clicks": [{"frame": 1, "x": 20, "y": 20}]}]}
+// A click happens once its frame has been drawn (and captured, if asked for);
+// the report lists every URL the movie then tried to open ("openedUrls").
 // Frames are zero based and counted in frames the player has run since the
 // movie started, so a looping movie of n frames shows frame k % n at frame k.
 //
@@ -22,6 +25,7 @@ import {chromium} from "playwright-core";
 const here = dirname(fileURLToPath(import.meta.url));
 const ruffleDir = join(here, "node_modules", "@ruffle-rs", "ruffle");
 const pagePollMs = 10;
+const clickSettleMs = 300;
 // Generous: the first movie waits for Ruffle's WebAssembly to compile, which
 // takes seconds on an idle machine and many times that on a busy one.
 const loadTimeoutMs = 120000;
@@ -152,7 +156,6 @@ function installVirtualTime() {
         for (const entry of due) entry.callback(time);
         return due.length;
     };
-    window.__vimboPending = () => queue.length;
     // Ruffle styles some lines with %c; drop the CSS arguments so the report
     // holds only words.
     for (const method of ["log", "info", "warn", "error", "debug"]) {
@@ -191,6 +194,12 @@ async function openPage(browser, origin, sink) {
     page.on("console", (message) => sink.current && record(sink.current, message));
     page.on("pageerror", (error) => sink.current?.errors.push(`page error: ${error.message}`));
     page.on("crash", () => sink.current?.errors.push("page crashed"));
+    // Nothing leaves the machine: a request for anything but our server is a
+    // URL the movie opened (a link button), recorded and refused.
+    await context.route((url) => url.origin !== origin, (route) => {
+        sink.current?.openedUrls.push(route.request().url());
+        return route.abort();
+    });
     await page.goto(`${origin}/`);
     await page.waitForFunction(() => window.RufflePlayer?.newest, null,
                                {polling: pagePollMs, timeout: loadTimeoutMs});
@@ -207,7 +216,8 @@ function record(result, message) {
 }
 
 async function playJob(page, job, index, header, clock) {
-    const result = {movie: job.movie, header, errors: [], warnings: [], log: [], frames: []};
+    const result = {movie: job.movie, header, errors: [], warnings: [], log: [], frames: [],
+                    openedUrls: []};
     clock.sink.current = result;
     const started = performance.now();
     try {
@@ -264,29 +274,47 @@ async function playJob(page, job, index, header, clock) {
 
 async function captureFrames(page, job, header, clock, result) {
     const interval = 1000 / (header.frameRate > 0 ? header.frameRate : 1);
-    const wanted = [...new Set(job.frames)].sort((a, b) => a - b);
+    const clicks = job.clicks ?? [];
+    const stops = [...new Set([...job.frames, ...clicks.map((click) => click.frame)])]
+        .sort((a, b) => a - b);
     mkdirSync(job.outDir, {recursive: true});
     let frame = 0;
-    for (const target of wanted) {
+    for (const target of stops) {
         // One frame per flush: the player catches up at most a few frames at once.
         for (; frame <= target; ++frame) {
             clock.now = clock.start + (frame + 1.5) * interval;
             await page.evaluate((time) => window.__vimboFlush(time), clock.now);
         }
-        const canvas = await page.evaluate(() => {
-            const canvas = document.getElementById("player")?.shadowRoot?.querySelector("canvas");
-            return canvas ? {data: canvas.toDataURL("image/png"),
-                             width: canvas.width, height: canvas.height} : null;
-        });
-        if (!canvas) throw new Error("the player has no canvas to read");
-        if (canvas.width !== header.width || canvas.height !== header.height) {
-            result.errors.push(`canvas is ${canvas.width}x${canvas.height}, movie is ` +
-                               `${header.width}x${header.height}`);
+        if (job.frames.includes(target)) {
+            await captureCanvas(page, job, header, target, result);
         }
-        const file = join(job.outDir, `frame_${target}.png`);
-        writeFileSync(file, Buffer.from(canvas.data.slice(canvas.data.indexOf(",") + 1), "base64"));
-        result.frames.push({frame: target, file});
+        for (const click of clicks.filter((click) => click.frame === target)) {
+            await page.mouse.click(click.x, click.y);
+            // The player handles the press and release in animation frames of
+            // its own; flushing at the same time runs no movie frame.
+            await page.evaluate((time) => window.__vimboFlush(time), clock.now);
+        }
     }
+    if (clicks.length > 0) {
+        // Opening a URL goes through the browser's own event loop.
+        await page.waitForTimeout(clickSettleMs);
+    }
+}
+
+async function captureCanvas(page, job, header, target, result) {
+    const canvas = await page.evaluate(() => {
+        const canvas = document.getElementById("player")?.shadowRoot?.querySelector("canvas");
+        return canvas ? {data: canvas.toDataURL("image/png"),
+                         width: canvas.width, height: canvas.height} : null;
+    });
+    if (!canvas) throw new Error("the player has no canvas to read");
+    if (canvas.width !== header.width || canvas.height !== header.height) {
+        result.errors.push(`canvas is ${canvas.width}x${canvas.height}, movie is ` +
+                           `${header.width}x${header.height}`);
+    }
+    const file = join(job.outDir, `frame_${target}.png`);
+    writeFileSync(file, Buffer.from(canvas.data.slice(canvas.data.indexOf(",") + 1), "base64"));
+    result.frames.push({frame: target, file});
 }
 
 async function main() {

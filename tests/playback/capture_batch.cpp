@@ -40,9 +40,14 @@ BatchReport Failed(std::string error) {
 void WriteBatchFile(const std::vector<CaptureJob>& jobs, const std::filesystem::path& file) {
     nlohmann::json list = nlohmann::json::array();
     for (const CaptureJob& job : jobs) {
+        nlohmann::json clicks = nlohmann::json::array();
+        for (const Click& click : job.clicks) {
+            clicks.push_back({{"frame", click.frame}, {"x", click.x}, {"y", click.y}});
+        }
         list.push_back({{"movie", std::filesystem::absolute(job.movie).string()},
                         {"frames", job.frames},
-                        {"outDir", std::filesystem::absolute(job.outDir).string()}});
+                        {"outDir", std::filesystem::absolute(job.outDir).string()},
+                        {"clicks", clicks}});
     }
     std::ofstream(file) << nlohmann::json{{"jobs", list}}.dump(2) << '\n';
 }
@@ -56,6 +61,7 @@ JobReport ReadJob(const nlohmann::json& job) {
     report.movie = job.value("movie", "");
     report.errors = Lines(job.value("errors", nlohmann::json()));
     report.warnings = Lines(job.value("warnings", nlohmann::json()));
+    report.openedUrls = Lines(job.value("openedUrls", nlohmann::json()));
     report.renderer = job["renderer"].is_string() ? job["renderer"].get<std::string>() : "";
     report.loadMs = job.value("loadMs", 0);
     report.captureMs = job.value("captureMs", 0);

@@ -10,10 +10,18 @@ namespace playback {
 /// One movie to play and the frames to keep of it. Frames are zero based and
 /// counted in frames played, so a looping movie of n frames shows frame k % n
 /// at frame k.
+/// A mouse click at stage pixel (x, y) once `frame` has been drawn.
+struct Click {
+    int frame = 0;
+    int x = 0;
+    int y = 0;
+};
+
 struct CaptureJob {
     std::filesystem::path movie;
     std::vector<int> frames;
     std::filesystem::path outDir;  ///< receives frame_<n>.png
+    std::vector<Click> clicks;
 };
 
 /// What the player said about one movie.
@@ -22,6 +30,7 @@ struct JobReport {
     std::vector<std::string> errors;  ///< console errors, panics, page errors, our own checks
     std::vector<std::string> warnings;
     std::map<int, std::filesystem::path> frames;
+    std::vector<std::string> openedUrls;  ///< what the movie tried to open, never fetched
     std::string renderer;
     int loadMs = 0;
     int captureMs = 0;

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "flash/swf_button.h"
 #include "flash/swf_frame.h"
 #include "flash/swf_movie.h"
 #include "flash/swf_shape.h"
@@ -68,6 +69,29 @@ void WriteMovingSquareWithZoFlash(const std::filesystem::path& file) {
     }
 }
 
+constexpr const char* kLinkTarget = "http://vimbo.invalid/clicked";
+
+// A red square over the left half of the stage that opens kLinkTarget when
+// clicked, as a published movie's link button does.
+void WriteLinkButtonMovie(const std::filesystem::path& file) {
+    using namespace ZoFlash;
+    ZoSWFMovie movie(file.c_str(), 80, 60, 12, ZoSWFColour(kBlue.r, kBlue.g, kBlue.b, 255));
+    auto square = ZoMakeCounted<ZoSWFShape>();
+    square->SetSolidFill(ZoSWFColour(kRed.r, kRed.g, kRed.b, 255));
+    square->Rectangle({0, 0, 40 * 20, 60 * 20});
+    auto button = ZoMakeCounted<ZoSWFButton>();
+    button->AddObject(kZoButtonUp | kZoButtonOver | kZoButtonDown | kZoButtonHitTest, square, 1,
+                      ZoSWFTransformation(), ZoSWFColourTransformation());
+    const int release = button->AddActionRecord(kZoButtonOverDownToOverUp);
+    ZoAutoPtr2<ZoFActionRecord> getUrl = std::make_unique<ZoFGetURLAction>(kLinkTarget, "_blank");
+    button->GetActionList(release).AddActionRecord(getUrl);
+    movie.AddScene()->AddFrame()->PlaceObject(button, nullptr, 1, ZoSWFTransformation(), 0, -1,
+                                              ZoSWFColourTransformation());
+    if (!movie.WriteMovieFile()) {
+        throw ZoException("cannot write " + file.string());
+    }
+}
+
 // The first tag (SetBackgroundColor) claims one byte more than it has.
 std::vector<std::uint8_t> MisframedMovie() {
     std::vector<std::uint8_t> movie = MovingSquareMovie();
@@ -88,6 +112,9 @@ MovieWriter Writes(std::vector<std::uint8_t> (*make)()) {
 const PlaybackMovie kMovingSquare("moving_square", {0, 1, 2, 3}, Writes(&MovingSquareMovie));
 const PlaybackMovie kWrittenSquare("moving_square_zoflash", {0, 1, 2, 3},
                                    &WriteMovingSquareWithZoFlash);
+// A click beside the button opens nothing; one on it opens the link once.
+const PlaybackMovie kLinkButton("link_button", {0}, &WriteLinkButtonMovie,
+                                {{0, 60, 30}, {1, 20, 30}});
 const PlaybackMovie kMisframed("misframed", {0}, Writes(&MisframedMovie));
 
 std::string ReadText(const std::filesystem::path& file) {
@@ -125,7 +152,7 @@ TEST(Harness, CapturingTheSameFramesTwiceGivesIdenticalPngs) {
         kMovingSquare.FrameFile(0).parent_path().parent_path().parent_path() / "again";
     std::filesystem::remove_all(again);
     const std::vector<int> frames{0, 1, 2, 3};
-    const BatchReport report = RunCaptureBatch({{kMovingSquare.File(), frames, again}}, again);
+    const BatchReport report = RunCaptureBatch({{kMovingSquare.File(), frames, again, {}}}, again);
     ASSERT_EQ(report.error, "");
     ASSERT_EQ(report.jobs.size(), 1u);
     EXPECT_EQ(report.jobs[0].errors, std::vector<std::string>{});
@@ -152,6 +179,12 @@ TEST(Harness, OurWriterPlaysLikeTheHandMadeMovie) {
             FramesMatch(kWrittenSquare.Frame(frame), kMovingSquare.Frame(frame), kTolerance, 0))
             << "frame " << frame;
     }
+}
+
+TEST(Harness, ClickOnLinkButtonOpensItsUrlOnce) {
+    const SamplePoint points[] = {{20, 30, kRed}, {60, 30, kBlue}};
+    EXPECT_TRUE(ColoursAt(kLinkButton.Frame(0), points, kTolerance));
+    EXPECT_EQ(kLinkButton.OpenedUrls(), std::vector<std::string>{kLinkTarget});
 }
 
 TEST(Harness, ReportsTheRendererAndTimings) {
@@ -185,7 +218,7 @@ TEST(Harness, ChromiumThatCannotStartIsOneClearLine) {
     const std::filesystem::path work =
         std::filesystem::temp_directory_path() / "vimbo_playback_no_chromium";
     ::setenv("VIMBO_CHROMIUM", "/nonexistent/chromium", 1);
-    const BatchReport report = RunCaptureBatch({{kMovingSquare.File(), {0}, work}}, work);
+    const BatchReport report = RunCaptureBatch({{kMovingSquare.File(), {0}, work, {}}}, work);
     ::unsetenv("VIMBO_CHROMIUM");
     std::filesystem::remove_all(work);
     EXPECT_NE(report.error.find("Chromium (/nonexistent/chromium) did not start"),

@@ -27,6 +27,7 @@ struct Registration {
     std::string name;
     std::vector<int> frames;
     MovieWriter writer;
+    std::vector<Click> clicks;
 };
 
 struct MovieState {
@@ -170,10 +171,12 @@ void WriteMovies(Suite& suite, const std::filesystem::path& movieDir, std::vecto
         std::filesystem::remove_all(draft.parent_path());
         movie.invalid = Validate(bytes);
         movie.job = jobs.size();
-        jobs.push_back({movie.file, registration.frames, registration.name});
+        jobs.push_back({movie.file, registration.frames, registration.name, registration.clicks});
         fingerprint.Add(registration.name);
         fingerprint.Add(std::to_string(registration.frames.size()));
         fingerprint.Add(registration.frames.data(), registration.frames.size() * sizeof(int));
+        fingerprint.Add(std::to_string(registration.clicks.size()));
+        fingerprint.Add(registration.clicks.data(), registration.clicks.size() * sizeof(Click));
         fingerprint.Add(bytes);
     }
 }
@@ -246,9 +249,11 @@ const MovieState& PlayedMovie(std::size_t index) {
 
 }  // namespace
 
-PlaybackMovie::PlaybackMovie(std::string name, std::vector<int> frames, MovieWriter writer)
+PlaybackMovie::PlaybackMovie(std::string name, std::vector<int> frames, MovieWriter writer,
+                             std::vector<Click> clicks)
     : index_(TheSuite().registrations.size()) {
-    TheSuite().registrations.push_back({std::move(name), std::move(frames), std::move(writer)});
+    TheSuite().registrations.push_back(
+        {std::move(name), std::move(frames), std::move(writer), std::move(clicks)});
 }
 
 std::filesystem::path PlaybackMovie::File() const {
@@ -282,6 +287,10 @@ std::filesystem::path PlaybackMovie::FrameFile(int frame) const {
                             " was not captured; list it when defining the movie");
     }
     return found->second;
+}
+
+std::vector<std::string> PlaybackMovie::OpenedUrls() const {
+    return PlayedMovie(index_).report.openedUrls;
 }
 
 PngImage PlaybackMovie::Frame(int frame) const {

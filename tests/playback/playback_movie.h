@@ -32,8 +32,10 @@ using MovieWriter = std::function<void(const std::filesystem::path& file)>;
 class PlaybackMovie {
   public:
     /// `name` is unique within the program and names the movie's files;
-    /// `frames` are the zero-based frames to capture.
-    PlaybackMovie(std::string name, std::vector<int> frames, MovieWriter writer);
+    /// `frames` are the zero-based frames to capture; `clicks` press and
+    /// release the mouse once their frame has been drawn and captured.
+    PlaybackMovie(std::string name, std::vector<int> frames, MovieWriter writer,
+                  std::vector<Click> clicks = {});
 
     /// The movie's file after writing.
     std::filesystem::path File() const;
@@ -50,6 +52,10 @@ class PlaybackMovie {
 
     /// The captured frame, decoded.
     PngImage Frame(int frame) const;
+
+    /// The URLs the movie tried to open (after clicks on link buttons), in
+    /// order; they are refused, never fetched. Throws as Problems().
+    std::vector<std::string> OpenedUrls() const;
 
     /// What the player said about this movie (warnings, renderer, timings).
     const JobReport& Report() const;
