@@ -1,5 +1,7 @@
 #include "effects/cross_fade_effect.h"
 
+#include <cassert>
+
 #include "flash/swf_frame.h"
 #include "flash/swf_sequence.h"
 #include "flash/swf_shape.h"
@@ -101,6 +103,7 @@ void TeskCrossFadeEffect::Compile(TeskSWFMovie& movie, bool ignoreMovieClipOffse
     const ZoAutoInterface2<ZoSWFShape> endShape = MakeShape(state.endObject.get(), movie, rect);
     const int32_t frameRate = movie.GetFrameRate();
     const int32_t frameCount = GetFrameCount(frameRate);
+    assert(movie.GetScene(0) && "the caller adds the movie's scene first");
     ZoFlash::ZoSWFScene& scene = *movie.GetScene(0);
     const int32_t first = scene.TotalFrames();
 

@@ -107,18 +107,6 @@ TEST(TeskEffect, DefaultsOfTheCommonBlockAndTheObjectSlots) {
     EXPECT_EQ(light.lightAngle, 30);
 }
 
-TEST(TeskEffect, FrameCountTruncates) {
-    TeskCrossFadeEffect fade;
-    struct Case {
-        int32_t length, frameRate, frames;
-    };
-    for (const Case& c : {Case{2000, 12, 24}, Case{1950, 12, 23}, Case{83, 12, 0}, Case{84, 12, 1},
-                          Case{0, 30, 0}, Case{10000, 120, 1200}}) {
-        fade.SetEffectTime(c.length, nullptr);
-        EXPECT_EQ(fade.GetFrameCount(c.frameRate), c.frames) << c.length << " ms";
-    }
-}
-
 TEST(TeskEffect, CloneIsEqualAndSharesNoObject) {
     FakeHost host;
     TeskWaveEffect wave;
