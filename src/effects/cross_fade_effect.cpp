@@ -65,6 +65,11 @@ void TeskCrossFadeEffect::SetReturnHold(int32_t milliseconds,
     SetStateField(&CrossFadeState::returnHold, milliseconds, transaction);
 }
 
+void TeskCrossFadeEffect::Reverse(ZoEditor::ZoEditTransaction* transaction) {
+    ChangeState<CrossFadeState>(
+        [](CrossFadeState& state) { std::swap(state.startObject, state.endObject); }, transaction);
+}
+
 double TeskCrossFadeAlpha(int32_t frame, int32_t frameCount, bool returnToStart) noexcept {
     int32_t k = frame;
     int32_t d = frameCount - 1;

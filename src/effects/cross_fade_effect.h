@@ -18,6 +18,14 @@ class TeskCrossFadeEffect : public TeskEffect {
         int32_t returnHold = 0;  // milliseconds at the turning point
     };
 
+    /// Names of the undoable changes the property page makes.
+    static constexpr const char* kReturnToStartName = "Cross Fade Return to Start";
+    static constexpr const char* kReturnHoldName = "Cross Fade Return Hold Time";
+    static constexpr const char* kPropertiesName = "Cross Fade Properties";
+    static constexpr const char* kStartObjectName = "Edit start object";
+    static constexpr const char* kEndObjectName = "Edit end object";
+    static constexpr const char* kReverseName = "Reverse Cross Fade";
+
     /// Depths of the two objects in every frame.
     static constexpr int kStartDepth = 100;
     static constexpr int kEndDepth = 101;
@@ -37,6 +45,8 @@ class TeskCrossFadeEffect : public TeskEffect {
     void SetEndObject(ZoAutoPtr<TeskObject>& object, ZoEditor::ZoEditTransaction* transaction);
     void SetReturnToStart(bool returnToStart, ZoEditor::ZoEditTransaction* transaction);
     void SetReturnHold(int32_t milliseconds, ZoEditor::ZoEditTransaction* transaction);
+    /// Swaps clones of the start and end objects, as one change.
+    void Reverse(ZoEditor::ZoEditTransaction* transaction);
 
     /// One frame per effect frame with the start object at depth 100 and the
     /// end object above it at the fade's alpha; with "Return to Start" the

@@ -25,6 +25,14 @@ class TeskWaveEffect : public Tesk3DEffect {
         int32_t waveStyle = kContinuous;
     };
 
+    /// Names of the undoable changes the property page makes; the object
+    /// change carries no name of its own.
+    static constexpr const char* kWavelengthName = "Edit Wavelength";
+    static constexpr const char* kAmplitudeName = "Edit Amplitude";
+    static constexpr const char* kDirectionName = "Edit Direction";
+    static constexpr const char* kWaveStyleName = "Edit Wave Style";
+    static constexpr const char* kPropertiesName = "Edit Wave Effect";
+
     TeskWaveEffect();
     static const TeskEffectInfo& Info();
     const TeskEffectInfo& GetInfo() const override { return Info(); }

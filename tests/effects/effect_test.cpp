@@ -264,3 +264,27 @@ TEST(TeskEffectUpdateHint, ReversedKindsSwapInsertAndRemoveAndFoldUnknownIntoCha
 }
 
 }  // namespace
+
+namespace {
+
+TEST(TeskCrossFadeEffect, ReverseSwapsTheObjectsInOneUndoableStep) {
+    FakeHost host;
+    TeskCrossFadeEffect fade;
+    fade.SetFile(&host);
+    ZoAutoPtr<TeskObject> a = std::make_unique<TeskSolidObject>(0x0000AA);
+    ZoAutoPtr<TeskObject> b = std::make_unique<TeskSolidObject>(0x0000BB);
+    fade.SetStartObject(a, nullptr);
+    fade.SetEndObject(b, nullptr);
+    const TeskObject* startBefore = fade.GetStartObject();
+    ZoEditor::ZoEditTransaction transaction(TeskCrossFadeEffect::kReverseName);
+    fade.Reverse(&transaction);
+    EXPECT_EQ(SolidColour(fade.GetStartObject()), 0x0000BBu);
+    EXPECT_EQ(SolidColour(fade.GetEndObject()), 0x0000AAu);
+    EXPECT_EQ(transaction.GetActionCount(), 1);
+    transaction.Commit();
+    ASSERT_TRUE(transaction.UndoAll());
+    EXPECT_EQ(fade.GetStartObject(), startBefore);
+    EXPECT_EQ(SolidColour(fade.GetEndObject()), 0x0000BBu);
+}
+
+}  // namespace
