@@ -66,6 +66,8 @@ void ZoFFile::Begin() {
 }
 
 int ZoFFile::WriteTag(const ZoFTag* tag) {
+    if (!stream_)
+        throw ZoException("A tag was written before the SWF file was opened.");
     const size_t before = stream_->Size();
     tag->Write(*stream_);
     if (tag->GetCode() == ZoFTagCode::kShowFrame)
@@ -74,6 +76,8 @@ int ZoFFile::WriteTag(const ZoFTag* tag) {
 }
 
 void ZoFFile::WriteRawTag(ZoFTagCode code, std::span<const uint8_t> body, bool forceLong) {
+    if (!stream_)
+        throw ZoException("A tag was written before the SWF file was opened.");
     ZoWriteTag(*stream_, code, body, forceLong);
     if (code == ZoFTagCode::kShowFrame)
         ++frameCount_;

@@ -73,8 +73,10 @@ TEST(File, OpenWriteFileHonoursOverwriteAndLeavesAWholeFile) {
     std::filesystem::remove_all(folder);
 }
 
-TEST(File, FrameRateMustBePositive8Dot8) {
+TEST(File, FrameRateMustBePositive8Dot8AndTagsNeedAnOpenFile) {
     ZoFFile file;
+    const ZoFShowFrameTag show;
+    EXPECT_THROW(file.WriteTag(&show), ZoException);
     EXPECT_THROW(file.SetFrameRate(0), ZoException);
     EXPECT_THROW(file.SetFrameRate(-1), ZoException);
     EXPECT_THROW(file.SetFrameRate(256), ZoException);
