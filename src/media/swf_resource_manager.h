@@ -18,8 +18,7 @@ class TeskSWFResourceManager : public ZoFlash::ZoSWFResourceManager {
     /// picture and settings, however many shapes of the movie fill with it.
     /// Empty when the picture cannot be loaded.
     ZoAutoInterface2<ZoFlash::ZoSWFImage> GetImage(const ZoString& name,
-                                                   unsigned long transparencyColour,
-                                                   int tolerance);
+                                                   unsigned long transparencyColour, int tolerance);
 
   private:
     std::vector<ZoAutoInterface2<TeskSWFImage>> images_;
