@@ -1,5 +1,6 @@
 // Feeds arbitrary bytes to the project-file container and walks whatever tree
-// it accepts, reading every stream and folder the way record readers do.
+// it accepts, reading every stream and folder the way record readers do, then
+// loads the same bytes as a document.
 // Inputs that do not start with the container's magic are taken as a body
 // and given a valid header and checksum, so that mutations reach the folder
 // parser instead of stopping at the CRC.
@@ -10,6 +11,8 @@
 
 #include <zlib.h>
 
+#include "document/file_storage.h"
+#include "effects/register_effects.h"
 #include "platform/compiled_file.h"
 #include "platform/zo_exception.h"
 
@@ -65,10 +68,25 @@ void LoadAndWalk(std::string_view input) {
         if (file.ToBytes() != input)
             __builtin_trap();
     } catch (const ZoException&) {
+        return;
+    }
+    // The document loader on the same bytes: it may refuse them, but only
+    // with ZoException.
+    try {
+        auto file = ZoCompiledFile::FromBytes(input, ZoFourCC("TSK1"));
+        TeskLoadedDocument loaded = TeskReadDocument(file);
+        if (!loaded.state)
+            __builtin_trap();
+    } catch (const ZoException&) {
     }
 }
 
 }  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    TeskRegisterEffects();
+    return 0;
+}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string_view input(reinterpret_cast<const char*>(data), size);

@@ -8,6 +8,7 @@
 
 #include "document/file.h"
 #include "editor/message_sink.h"
+#include "objects/object.h"
 #include "platform/zo_guid.h"
 
 class ZoFolderFile;
