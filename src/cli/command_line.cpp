@@ -32,6 +32,7 @@ int VimboRunCommandLine(const std::vector<std::string>& arguments,
     app.require_subcommand(0, 1);
     VimboAddDumpCommand(app);
     VimboAddBuildCommand(app);
+    VimboAddPublishCommand(app);
 
     std::vector<std::string> args(arguments.rbegin(), arguments.rend() - 1);
     try {

@@ -1,5 +1,6 @@
 #pragma once
-// `vimbo dump` and `vimbo build`: project files to JSON and back.
+// `vimbo dump` and `vimbo build`: project files to JSON and back; `vimbo
+// publish`: a project to a movie.
 namespace CLI {
 class App;
 }
@@ -8,3 +9,5 @@ class App;
 void VimboAddDumpCommand(CLI::App& app);
 /// `vimbo build FILE.json -o FILE.vmb [--force]` writes a project file.
 void VimboAddBuildCommand(CLI::App& app);
+/// `vimbo publish [PROJECT] -o OUT.swf [--html] [--open] [--force]`.
+void VimboAddPublishCommand(CLI::App& app);

@@ -7,6 +7,7 @@
 #include "cli/command_line.h"
 #include "platform/atomic_file.h"
 #include "platform/temp_directory.h"
+#include "support/swf_reader.h"
 
 namespace {
 
@@ -107,6 +108,53 @@ TEST_F(ProjectCommands, ForceReplacesAnExistingOutput) {
     ZoWriteFileAtomically(Path("out.vmb"), "old");
     EXPECT_EQ(Vimbo({"build", Path("in.json"), "-o", Path("out.vmb"), "--force"}).code, 0);
     EXPECT_EQ(Vimbo({"dump", Path("out.vmb")}).code, 0);
+}
+
+TEST_F(ProjectCommands, PublishWritesTheMovieAndItsPageAndNamesThem) {
+    ZoWriteFileAtomically(Path("in.json"), R"({"effects": [{"effect": "Cross Fade"}]})");
+    const CommandResult run = Vimbo({"publish", Path("in.json"), "-o", Path("movie"), "--html"});
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(run.out, Path("movie.swf") + "\n" + Path("movie.html") + "\n");
+    const std::string swf = ReadAll(Path("movie.swf"));
+    const std::vector<uint8_t> bytes(swf.begin(), swf.end());
+    EXPECT_TRUE(SwfTest::ValidateSwf(bytes).problems.empty());
+    EXPECT_NE(ReadAll(Path("movie.html")).find("VALUE=\"movie.swf\""), std::string::npos);
+
+    // Publishing again needs --force, and then gives the same bytes.
+    const CommandResult again = Vimbo({"publish", Path("in.json"), "-o", Path("movie.swf")});
+    EXPECT_EQ(again.code, kVimboExitFailure);
+    EXPECT_NE(again.err.find("already exists; use --force"), std::string::npos) << again.err;
+    ASSERT_EQ(Vimbo({"publish", Path("in.json"), "-o", Path("movie.swf"), "--force"}).code, 0);
+    EXPECT_EQ(ReadAll(Path("movie.swf")), swf);
+}
+
+TEST_F(ProjectCommands, PublishFailuresLeaveNothingBehind) {
+    ZoWriteFileAtomically(Path("in.json"), R"({"effects": [{"effect": "Cross Fade"}]})");
+    ZoWriteFileAtomically(Path("page.html"), "keep me");
+    fs::create_directories(Path("folder.swf"));
+    const struct {
+        std::vector<std::string> args;
+        std::string message;
+    } cases[] = {
+        {{"-o", Path("missing/movie.swf")}, "does not exist"},
+        {{"-o", Path("folder.swf")}, "is a folder, not a file"},
+        {{"-o", Path("folder")}, "is a folder, not a file"},
+        {{"-o", "/proc/movie.swf"}, "Cannot write to"},
+        {{"-o", Path("page.swf"), "--html"}, "page.html' already exists; use --force"},
+        {{Path("absent.json"), "-o", Path("movie.swf")}, "does not exist"},
+    };
+    for (const auto& c : cases) {
+        std::vector<std::string> args{"publish"};
+        if (c.args.size() == 2)
+            args.push_back(Path("in.json"));
+        args.insert(args.end(), c.args.begin(), c.args.end());
+        const CommandResult run = Vimbo(args);
+        EXPECT_EQ(run.code, kVimboExitFailure) << run.out;
+        EXPECT_NE(run.err.find(c.message), std::string::npos) << run.err;
+        EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+    }
+    EXPECT_EQ(ReadAll(Path("page.html")), "keep me");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), 3);
 }
 
 }  // namespace

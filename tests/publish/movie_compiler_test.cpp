@@ -12,29 +12,10 @@
 #include "objects/solid_object.h"
 #include "platform/temp_directory.h"
 #include "platform/zo_exception.h"
+#include "publish/cross_fade_document.h"
 #include "support/swf_reader.h"
 
 namespace {
-
-constexpr COLORREF kRed = 0x0000FF;
-constexpr COLORREF kBlue = 0xFF0000;
-
-// A document whose one effect is a cross fade from red to blue.
-struct CrossFadeDocument {
-    CrossFadeDocument() {
-        file.RemoveEffect(0, nullptr);
-        auto effect = std::make_unique<TeskCrossFadeEffect>();
-        fade = effect.get();
-        ZoAutoPtr<TeskObject> red = std::make_unique<TeskSolidObject>(kRed);
-        ZoAutoPtr<TeskObject> blue = std::make_unique<TeskSolidObject>(kBlue);
-        fade->SetStartObject(red, nullptr);
-        fade->SetEndObject(blue, nullptr);
-        ZoAutoPtr<TeskEffect> owned = std::move(effect);
-        file.InsertEffect(owned, 0, nullptr);
-    }
-    TeskFile file;
-    TeskCrossFadeEffect* fade = nullptr;
-};
 
 SwfTest::Validation Compile(const TeskFile& file) {
     ZoFlash::ZoFMemorySink sink;
