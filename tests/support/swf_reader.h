@@ -1,159 +1,44 @@
 #pragma once
-// A small SWF reader for tests only: parses every tag Vimbo writes back into
-// plain records and checks the file against the rules players rely on.
-#include <cstdint>
+// A strict SWF validator for tests only: parses every tag Vimbo writes back
+// into plain records (with the player's parser) and checks the file against
+// the rules players rely on.
 #include <map>
-#include <optional>
 #include <span>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "render/swf_parser.h"
+
 namespace SwfTest {
 
-/// Thrown when bytes run out or a field cannot be decoded.
-class ParseError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
-
-/// Reads bytes and MSB-first bit fields.
-class BitReader {
-  public:
-    explicit BitReader(std::span<const uint8_t> bytes) : bytes_(bytes) {}
-    uint8_t U8();
-    uint16_t U16();
-    uint32_t U32();
-    std::vector<uint8_t> Bytes(size_t n);
-    std::string String();  // zero-terminated
-    uint32_t UB(int bits);
-    int32_t SB(int bits);
-    bool Flag() { return UB(1) != 0; }
-    void Align() noexcept {
-        if (bitPos_ != 0) {
-            bitPos_ = 0;
-            ++pos_;
-        }
-    }
-    size_t Position() const noexcept { return pos_; }
-    size_t Remaining() const noexcept { return bytes_.size() - pos_; }
-
-  private:
-    std::span<const uint8_t> bytes_;
-    size_t pos_ = 0;
-    int bitPos_ = 0;  // bits used of bytes_[pos_] when inside a byte
-};
-
-struct Rect {
-    int32_t xMin = 0, xMax = 0, yMin = 0, yMax = 0;
-    int bits = 0;
-    bool operator==(const Rect& o) const {
-        return xMin == o.xMin && xMax == o.xMax && yMin == o.yMin && yMax == o.yMax;
-    }
-};
-
-struct Rgba {
-    uint8_t r = 0, g = 0, b = 0, a = 255;
-    bool operator==(const Rgba&) const = default;
-};
-
-/// MATRIX with raw 16.16 terms and twips.
-struct Matrix {
-    bool hasScale = false;
-    int32_t scaleX = 65536, scaleY = 65536;
-    bool hasRotate = false;
-    int32_t rotateSkew0 = 0, rotateSkew1 = 0;
-    int32_t translateX = 0, translateY = 0;
-    int scaleBits = 0, rotateBits = 0, translateBits = 0;
-    double A() const { return scaleX / 65536.0; }
-    double B() const { return rotateSkew1 / 65536.0; }
-    double C() const { return rotateSkew0 / 65536.0; }
-    double D() const { return scaleY / 65536.0; }
-    bool SameValues(const Matrix& o) const {
-        return scaleX == o.scaleX && scaleY == o.scaleY && rotateSkew0 == o.rotateSkew0 &&
-               rotateSkew1 == o.rotateSkew1 && translateX == o.translateX &&
-               translateY == o.translateY;
-    }
-};
-
-/// CXFORMWITHALPHA; mult as factor·256.
-struct Cxform {
-    bool hasMult = false, hasAdd = false;
-    int32_t mult[4] = {256, 256, 256, 256};
-    int32_t add[4] = {0, 0, 0, 0};
-    int bits = 0;
-    bool SameValues(const Cxform& o) const;
-};
-
-struct FillStyle {
-    uint8_t type = 0;
-    Rgba colour;
-    Matrix matrix;
-    std::vector<std::pair<uint8_t, Rgba>> gradient;
-    uint16_t bitmapId = 0;
-};
-
-struct LineStyle {
-    uint16_t width = 0;
-    Rgba colour;
-};
-
-struct ShapeRecord {
-    enum class Kind { kStyleChange, kStraight, kCurved };
-    Kind kind = Kind::kStyleChange;
-    bool moveTo = false;
-    int32_t moveX = 0, moveY = 0;
-    int fill0 = -1, fill1 = -1, line = -1;  // -1: not changed
-    int32_t dx = 0, dy = 0;                 // straight; curved: anchor delta
-    int32_t controlDx = 0, controlDy = 0;   // curved
-    int bits = 0;                           // edge NumBits (+2) or move bits
-};
-
-struct Shape {
-    uint16_t id = 0;
-    Rect bounds;
-    std::vector<FillStyle> fills;
-    std::vector<LineStyle> lines;
-    int fillBits = 0, lineBits = 0;
-    std::vector<ShapeRecord> records;
-    /// Absolute end points of every edge, in order (twips).
-    std::vector<std::pair<int32_t, int32_t>> Points() const;
-};
-
-struct Action {
-    uint8_t code = 0;
-    std::vector<uint8_t> data;
-    std::string url, target;  // GetURL
-};
-
-struct PlaceObject2 {
-    bool move = false;
-    uint16_t depth = 0;
-    std::optional<uint16_t> characterId;
-    std::optional<Matrix> matrix;
-    std::optional<Cxform> cxform;
-    std::optional<uint16_t> ratio;
-    std::optional<std::string> name;
-    std::optional<uint16_t> clipDepth;
-};
-
-struct Tag {
-    uint16_t code = 0;
-    uint32_t length = 0;
-    bool longHeader = false;
-    size_t offset = 0;  // of the header in its file or sprite body
-    std::vector<uint8_t> body;
-};
-
-/// What a depth shows after a frame.
-struct DisplayItem {
-    uint16_t characterId = 0;
-    Matrix matrix;
-    Cxform cxform;
-    uint16_t clipDepth = 0;
-    int ratio = -1;
-    std::string name;
-};
+using ZoRender::Action;
+using ZoRender::Bitmap;
+using ZoRender::BitReader;
+using ZoRender::Button;
+using ZoRender::ButtonCondition;
+using ZoRender::ButtonRecord;
+using ZoRender::Cxform;
+using ZoRender::DisplayItem;
+using ZoRender::FillStyle;
+using ZoRender::Font;
+using ZoRender::GlyphEntry;
+using ZoRender::LineStyle;
+using ZoRender::Matrix;
+using ZoRender::ParseError;
+using ZoRender::PlaceObject2;
+using ZoRender::ReadCxformWithAlpha;
+using ZoRender::ReadDefineShape;
+using ZoRender::ReadMatrix;
+using ZoRender::ReadPlaceObject2;
+using ZoRender::ReadRect;
+using ZoRender::ReadTags;
+using ZoRender::Rect;
+using ZoRender::Rgba;
+using ZoRender::Shape;
+using ZoRender::ShapeRecord;
+using ZoRender::Tag;
+using ZoRender::Text;
+using ZoRender::TextRecord;
 
 struct Frame {
     std::map<uint16_t, DisplayItem> displayList;
@@ -170,61 +55,6 @@ struct Sprite {
     uint16_t id = 0;
     uint16_t frameCount = 0;
     Timeline timeline;
-};
-
-struct ButtonRecord {
-    uint8_t states = 0;
-    uint16_t characterId = 0, depth = 0;
-    Matrix matrix;
-    Cxform cxform;
-};
-
-struct ButtonCondition {
-    uint16_t conditions = 0;
-    std::vector<Action> actions;
-};
-
-struct Button {
-    uint16_t id = 0;
-    std::vector<ButtonRecord> records;
-    std::vector<ButtonCondition> conditions;
-};
-
-struct GlyphEntry {
-    uint32_t index = 0;
-    int32_t advance = 0;
-};
-
-struct TextRecord {
-    std::optional<uint16_t> fontId;
-    std::optional<Rgba> colour;
-    std::optional<int16_t> x, y;
-    std::optional<uint16_t> height;
-    std::vector<GlyphEntry> glyphs;
-};
-
-struct Text {
-    uint16_t id = 0;
-    Rect bounds;
-    Matrix matrix;
-    std::vector<TextRecord> records;
-};
-
-struct Font {
-    uint16_t id = 0;
-    std::string name;
-    bool bold = false, italic = false, wideOffsets = false;
-    std::vector<uint16_t> codes;
-    std::vector<Shape> glyphs;
-};
-
-struct Bitmap {
-    uint16_t id = 0;
-    uint16_t code = 0;
-    int format = 0, width = 0, height = 0;
-    std::vector<uint8_t> pixels;  // decompressed lossless data (premultiplied ARGB)
-    std::vector<uint8_t> jpeg;    // JPEG tags
-    std::vector<uint8_t> alpha;   // JPEG3 alpha plane, still zlib-compressed
 };
 
 struct Movie {
@@ -254,15 +84,6 @@ struct Validation {
 /// Parses and checks a whole file.
 Validation ValidateSwf(std::span<const uint8_t> bytes);
 
-// Record readers, for tests of single records.
-Rect ReadRect(BitReader& in);
-Matrix ReadMatrix(BitReader& in);
-Cxform ReadCxformWithAlpha(BitReader& in);
-PlaceObject2 ReadPlaceObject2(std::span<const uint8_t> body);
-/// DefineShape, DefineShape2 or DefineShape3 body (colour form from code).
-Shape ReadDefineShape(std::span<const uint8_t> body, uint16_t code);
-/// Tags of a file or sprite body (reads until End or the end of bytes).
-std::vector<Tag> ReadTags(std::span<const uint8_t> bytes, size_t start);
 /// Problems with minimal bit counts in a record just read.
 std::vector<std::string> CheckMinimalBits(const Matrix& m);
 std::vector<std::string> CheckMinimalBits(const Cxform& c);
