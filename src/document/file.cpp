@@ -32,7 +32,7 @@ void TeskFile::RealState::VisitFields(TeskFieldVisitor& visitor) {
     visitor.Field("width", width);
     visitor.Field("height", height);
     visitor.Field("frameRate", frameRate);
-    visitor.Field("backgroundColour", backgroundColour);
+    visitor.Colour("backgroundColour", backgroundColour);
     visitor.Field("resizeMode", resizeMode);
     visitor.Field("disableRightClick", disableRightClick);
     visitor.Field("clipToMovieSize", clipToMovieSize);

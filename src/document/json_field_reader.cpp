@@ -98,6 +98,24 @@ void TeskJsonFieldReader::Field(std::string_view name, uint32_t& value) {
             static_cast<uint32_t>(Integer(name, *found, 0, std::numeric_limits<uint32_t>::max()));
 }
 
+void TeskJsonFieldReader::Colour(std::string_view name, COLORREF& value) {
+    const TeskJson* found = Find(name);
+    if (!found)
+        return;
+    if (found->is_number_integer()) {
+        value =
+            static_cast<COLORREF>(Integer(name, *found, 0, std::numeric_limits<uint32_t>::max()));
+        return;
+    }
+    const std::string text = found->is_string() ? found->get<std::string>() : std::string();
+    const bool hex = text.size() == 7 && text[0] == '#' &&
+                     text.find_first_not_of("0123456789abcdefABCDEF", 1) == std::string::npos;
+    if (!hex)
+        WrongType(name, "a colour such as \"#ff8000\"");
+    const unsigned long rgb = std::stoul(text.substr(1), nullptr, 16);
+    value = ((rgb >> 16) & 0xFF) | (rgb & 0xFF00) | ((rgb & 0xFF) << 16);
+}
+
 void TeskJsonFieldReader::Field(std::string_view name, bool& value) {
     if (const TeskJson* found = Find(name)) {
         if (!found->is_boolean())

@@ -22,6 +22,16 @@ void TeskJsonFieldWriter::Field(std::string_view name, int32_t& value) {
 void TeskJsonFieldWriter::Field(std::string_view name, uint32_t& value) {
     Slot(name) = value;
 }
+void TeskJsonFieldWriter::Colour(std::string_view name, COLORREF& value) {
+    // Designers read colours as red, green, blue in hex, as on the web. A
+    // value with its top byte set (read from an old file) stays a number so
+    // that nothing is lost.
+    if (value > 0xFFFFFF) {
+        Slot(name) = value;
+        return;
+    }
+    Slot(name) = ZoFormat("#%02x%02x%02x", value & 0xFF, (value >> 8) & 0xFF, (value >> 16) & 0xFF);
+}
 void TeskJsonFieldWriter::Field(std::string_view name, bool& value) {
     Slot(name) = value;
 }

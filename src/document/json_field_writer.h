@@ -27,6 +27,7 @@ class TeskJsonFieldWriter : public TeskFieldVisitor {
     void Field(std::string_view name, double& value) override;
     void Field(std::string_view name, ZoString& value) override;
     void Field(std::string_view name, ZoRect& value) override;
+    void Colour(std::string_view name, COLORREF& value) override;
     void Object(std::string_view name, ZoAutoPtr<TeskObject>& holder) override;
     void Group(std::string_view name, const std::function<void()>& visitMembers) override;
     void List(std::string_view name, size_t size, const std::function<void(size_t)>& resize,

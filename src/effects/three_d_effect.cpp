@@ -10,9 +10,9 @@ void Tesk3DEffect::ThreeDState::VisitFields(TeskFieldVisitor& visitor) {
     visitor.Field("useLighting", l.useLighting);
     visitor.Field("brightness", l.brightness);
     visitor.Field("contrast", l.contrast);
-    visitor.Field("lightColour", l.lightColour);
+    visitor.Colour("lightColour", l.lightColour);
     visitor.Field("lightStrength", l.lightStrength);
-    visitor.Field("darkColour", l.darkColour);
+    visitor.Colour("darkColour", l.darkColour);
     visitor.Field("darkStrength", l.darkStrength);
     visitor.Field("lightDirection", l.lightDirection);
     visitor.Field("lightAngle", l.lightAngle);

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/zo_auto_ptr.h"
+#include "platform/zo_colour.h"
 #include "platform/zo_rect.h"
 #include "platform/zo_string.h"
 
@@ -28,6 +29,8 @@ class TeskFieldVisitor {
     virtual void Field(std::string_view name, double& value) = 0;
     virtual void Field(std::string_view name, ZoString& value) = 0;
     virtual void Field(std::string_view name, ZoRect& value) = 0;
+    /// A colour; visitors that show fields to people may spell it out.
+    virtual void Colour(std::string_view name, COLORREF& value) { Field(name, value); }
     /// An object slot; a reading visitor may replace or empty the holder.
     virtual void Object(std::string_view name, ZoAutoPtr<TeskObject>& holder) = 0;
     /// A nested block of fields (the `timing` block, a cube face, ...).

@@ -214,7 +214,7 @@ void TeskGraduatedObject::VisitFields(TeskFieldVisitor& visitor) {
         "colours", colours_.size(), [this](size_t size) { colours_.resize(size); },
         [this, &visitor](size_t index) {
             COLORREF colour = colours_[index].GetCOLORREF();
-            visitor.Field("colour", colour);
+            visitor.Colour("colour", colour);
             if (visitor.IsReading())
                 colours_[index] = ZoSWFColour(colour, 255);
         });

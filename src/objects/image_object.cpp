@@ -150,7 +150,7 @@ void TeskImageObject::VisitFields(TeskFieldVisitor& visitor) {
     visitor.Field("fileName", name);
     if (visitor.IsReading())
         fileName_ = ZoResourceKey(std::move(name));
-    visitor.Field("transparentColour", transparentColour_);
+    visitor.Colour("transparentColour", transparentColour_);
     visitor.Field("tolerance", tolerance_);
     visitor.Field("useTransparent", useTransparent_);
     visitor.Field("autoTransparent", autoTransparent_);

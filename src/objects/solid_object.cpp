@@ -50,5 +50,5 @@ void TeskSolidObject::Write(ZoFolderFile& file) const {
 }
 
 void TeskSolidObject::VisitFields(TeskFieldVisitor& visitor) {
-    visitor.Field("colour", colour_);
+    visitor.Colour("colour", colour_);
 }

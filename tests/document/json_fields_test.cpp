@@ -63,7 +63,7 @@ TEST(JsonFields, WritesEveryShapeInVisitOrder) {
     EXPECT_EQ(Write(sample).dump(),
               R"({"count":-3,"colour":16777215,"flag":true,"ratio":0.5,"label":"default",)"
               R"("area":{"left":0,"top":0,"right":100,"bottom":100},)"
-              R"("object":{"kind":"Solid Colour","colour":8421376},"timing":{"nested":7},)"
+              R"("object":{"kind":"Solid Colour","colour":"#008080"},"timing":{"nested":7},)"
               R"("values":[1,2],"pairs":[{"number":4,"on":false}]})");
 }
 
@@ -109,6 +109,9 @@ TEST(JsonFields, ObjectSlotsFollowTheirKind) {
     auto* solid = dynamic_cast<TeskSolidObject*>(sample.object.get());
     ASSERT_NE(solid, nullptr);
     EXPECT_EQ(solid->GetColour(), TeskSolidObject::kDefaultColour);
+    // Colours read as the web writes them, red first, in either case.
+    Read(R"({"object":{"kind":"Solid Colour","colour":"#FF8000"}})", sample);
+    EXPECT_EQ(dynamic_cast<TeskSolidObject&>(*sample.object).GetColour(), 0x0080FFu);
     Read(R"({"object":null})", sample);
     EXPECT_EQ(sample.object, nullptr);
     EXPECT_TRUE(Write(sample)["object"].is_null());
@@ -129,6 +132,10 @@ TEST(JsonFields, BadInputNamesTheKey) {
         {R"({"count":2147483648})", "Key 'count' is out of range"},
         {R"({"colour":-1})", "Key 'colour' is out of range"},
         {R"({"colour":18446744073709551615})", "Key 'colour' must be an integer in range"},
+        {R"({"object":{"kind":"Solid Colour","colour":"#ff80"}})",
+         "Key 'object.colour' must be a colour such as"},
+        {R"({"object":{"kind":"Solid Colour","colour":"#ff80zz"}})",
+         "Key 'object.colour' must be a colour such as"},
         {R"({"flag":1})", "Key 'flag' must be true or false"},
         {R"({"ratio":"0.5"})", "Key 'ratio' must be a number"},
         {R"({"label":null})", "Key 'label' must be a string"},
