@@ -7,18 +7,6 @@
 namespace ZoRender {
 namespace {
 
-std::vector<uint8_t> Inflate(std::span<const uint8_t> data, size_t expected) {
-    // A huge claimed size is a broken header, not a picture.
-    if (expected > kMaxBitmapBytes)
-        throw ParseError("bitmap is larger than 64 MB");
-    std::vector<uint8_t> out(expected);
-    uLongf size = static_cast<uLongf>(expected);
-    if (uncompress(out.data(), &size, data.data(), static_cast<uLong>(data.size())) != Z_OK ||
-        size != expected)
-        throw ParseError("zlib data does not inflate to the expected size");
-    return out;
-}
-
 uint16_t Count(BitReader& in) {
     const uint8_t n = in.U8();
     return n == 0xFF ? in.U16() : n;
@@ -94,6 +82,18 @@ void ReadShapeRecords(BitReader& in, Shape& s) {
 }
 
 }  // namespace
+
+std::vector<uint8_t> Inflate(std::span<const uint8_t> data, size_t expected) {
+    // A huge claimed size is a broken header, not a picture.
+    if (expected > kMaxBitmapBytes)
+        throw ParseError("bitmap is larger than 64 MB");
+    std::vector<uint8_t> out(expected);
+    uLongf size = static_cast<uLongf>(expected);
+    if (uncompress(out.data(), &size, data.data(), static_cast<uLong>(data.size())) != Z_OK ||
+        size != expected)
+        throw ParseError("zlib data does not inflate to the expected size");
+    return out;
+}
 
 Rgba ReadColour(BitReader& in, bool alpha) {
     Rgba c;

@@ -256,6 +256,9 @@ Button ReadDefineButton2(std::span<const uint8_t> body);
 Bitmap ReadBitmap(const Tag& tag);
 /// Tags of a file or sprite body (reads until End or the end of bytes).
 std::vector<Tag> ReadTags(std::span<const uint8_t> bytes, size_t start);
+/// zlib data that must inflate to exactly `expected` bytes (at most
+/// kMaxBitmapBytes).
+std::vector<uint8_t> Inflate(std::span<const uint8_t> data, size_t expected);
 /// The character id that starts a definition tag's body.
 uint16_t DefinedId(const Tag& tag);
 

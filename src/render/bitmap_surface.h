@@ -1,0 +1,17 @@
+#pragma once
+// Bitmaps of the movie as Cairo surfaces (premultiplied ARGB32), decoded once
+// when the movie loads.
+#include "render/colour_transform.h"
+#include "render/movie_model.h"
+
+namespace ZoRender {
+
+/// The picture of a bitmap tag: lossless pixels as they are, JPEG data
+/// through our codec, with its alpha plane when it has one. Throws
+/// ParseError or ZoException when the data is broken.
+SurfaceRef DecodeBitmap(const Bitmap& bitmap);
+
+/// A copy of `surface` with `colour` applied to every pixel.
+SurfaceRef TransformedSurface(cairo_surface_t* surface, const ColourTransform& colour);
+
+}  // namespace ZoRender

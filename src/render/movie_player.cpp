@@ -1,0 +1,111 @@
+#include "render/movie_player.h"
+
+#include <cmath>
+#include <fstream>
+#include <iterator>
+
+#include "platform/image_codec.h"
+#include "platform/zo_exception.h"
+#include "platform/zo_units.h"
+#include "render/frame_painter.h"
+#include "render/movie_model.h"
+
+using namespace ZoRender;
+
+struct ZoMoviePlayer::Movie : MovieModel {};
+
+namespace {
+
+// Cairo's image surfaces stop at this side.
+constexpr int32_t kMaxSide = 32767;
+
+int32_t StagePixels(int32_t twips, double scale) {
+    const double pixels = std::ceil(twips * scale / kZoTwipsPerPixel - 1e-9);
+    if (!(pixels <= kMaxSide))
+        throw ZoException("The frame is too large to draw at this scale.");
+    return std::max(1, static_cast<int32_t>(pixels));
+}
+
+// Cairo keeps native-endian premultiplied ARGB; the frames are opaque, so
+// only the byte order changes.
+void ToRgba(ZoRgbaImage& image) {
+    uint8_t* p = image.rgba.data();
+    const size_t pixels = static_cast<size_t>(image.width) * static_cast<size_t>(image.height);
+    for (size_t i = 0; i < pixels; ++i, p += 4) {
+        const uint32_t argb = static_cast<uint32_t>(p[0]) | static_cast<uint32_t>(p[1]) << 8 |
+                              static_cast<uint32_t>(p[2]) << 16 | static_cast<uint32_t>(p[3]) << 24;
+        p[0] = static_cast<uint8_t>(argb >> 16);
+        p[1] = static_cast<uint8_t>(argb >> 8);
+        p[2] = static_cast<uint8_t>(argb);
+        p[3] = static_cast<uint8_t>(argb >> 24);
+    }
+}
+
+}  // namespace
+
+ZoMoviePlayer::ZoMoviePlayer(std::span<const uint8_t> bytes) {
+    try {
+        movie_ = std::make_unique<Movie>(Movie{ParseMovie(bytes)});
+    } catch (const ParseError& e) {
+        throw ZoException(std::string("The movie cannot be played: ") + e.what() + ".");
+    }
+}
+
+ZoMoviePlayer ZoMoviePlayer::FromFile(const std::filesystem::path& path) {
+    const std::vector<uint8_t> bytes = ZoImageCodec::ReadFileBytes(path);
+    try {
+        return ZoMoviePlayer(bytes);
+    } catch (const ZoException& e) {
+        throw ZoException(path.string() + ": " + e.what());
+    }
+}
+
+ZoMoviePlayer::ZoMoviePlayer(ZoMoviePlayer&&) noexcept = default;
+ZoMoviePlayer& ZoMoviePlayer::operator=(ZoMoviePlayer&&) noexcept = default;
+ZoMoviePlayer::~ZoMoviePlayer() = default;
+
+int32_t ZoMoviePlayer::FrameCount() const noexcept {
+    return static_cast<int32_t>(movie_->timeline.frames.size());
+}
+
+double ZoMoviePlayer::FrameRate() const noexcept {
+    return movie_->frameRate / 256.0;
+}
+
+int32_t ZoMoviePlayer::Width() const noexcept {
+    const Rect& stage = movie_->frameSize;
+    return (stage.xMax - stage.xMin + kZoTwipsPerPixel - 1) / kZoTwipsPerPixel;
+}
+
+int32_t ZoMoviePlayer::Height() const noexcept {
+    const Rect& stage = movie_->frameSize;
+    return (stage.yMax - stage.yMin + kZoTwipsPerPixel - 1) / kZoTwipsPerPixel;
+}
+
+ZoRgbaImage ZoMoviePlayer::RenderFrame(int32_t frame, double scale) const {
+    ZoRgbaImage image;
+    RenderFrameInto(frame, scale, image);
+    return image;
+}
+
+void ZoMoviePlayer::RenderFrameInto(int32_t frame, double scale, ZoRgbaImage& image) const {
+    const Rect& stage = movie_->frameSize;
+    image.width = StagePixels(stage.xMax - stage.xMin, scale);
+    image.height = StagePixels(stage.yMax - stage.yMin, scale);
+    image.rgba.resize(static_cast<size_t>(image.width) * static_cast<size_t>(image.height) * 4);
+    cairo_surface_t* surface = cairo_image_surface_create_for_data(
+        image.rgba.data(), CAIRO_FORMAT_ARGB32, image.width, image.height, image.width * 4);
+    cairo_t* cr = cairo_create(surface);
+    const Rgba& bg = movie_->background;
+    cairo_set_source_rgb(cr, bg.r / 255.0, bg.g / 255.0, bg.b / 255.0);
+    cairo_paint(cr);
+    cairo_scale(cr, scale / kZoTwipsPerPixel, scale / kZoTwipsPerPixel);
+    cairo_translate(cr, -stage.xMin, -stage.yMin);
+    const int32_t count = FrameCount();
+    const int32_t shown = (frame % count + count) % count;
+    FramePainter(*movie_, cr).Paint(*movie_->timeline.frames[shown], shown);
+    cairo_destroy(cr);
+    cairo_surface_finish(surface);
+    cairo_surface_destroy(surface);
+    ToRgba(image);
+}
