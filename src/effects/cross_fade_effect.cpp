@@ -84,18 +84,18 @@ double TeskCrossFadeAlpha(int32_t frame, int32_t frameCount, bool returnToStart)
 namespace {
 
 using ZoFlash::ZoSWFColourTransformation;
-using ZoFlash::ZoSWFShape;
+using ZoFlash::ZoSWFObject;
 using ZoFlash::ZoSWFTransformation;
 
-void PlaceShape(ZoFlash::ZoSWFFrame& frame, const ZoAutoInterface2<ZoSWFShape>& shape, int depth,
+void PlaceShape(ZoFlash::ZoSWFFrame& frame, const ZoAutoInterface2<ZoSWFObject>& shape, int depth,
                 const ZoSWFColourTransformation& colour) {
     // An empty object slot draws nothing.
     if (shape)
         frame.PlaceObjectPermanent(shape, nullptr, depth, ZoSWFTransformation(), 0, -1, colour);
 }
 
-ZoAutoInterface2<ZoSWFShape> MakeShape(TeskObject* object, TeskSWFMovie& movie,
-                                       const ZoRect& rect) {
+ZoAutoInterface2<ZoSWFObject> MakeShape(TeskObject* object, TeskSWFMovie& movie,
+                                        const ZoRect& rect) {
     return object ? object->MakeShape(movie, rect) : nullptr;
 }
 
@@ -104,8 +104,9 @@ ZoAutoInterface2<ZoSWFShape> MakeShape(TeskObject* object, TeskSWFMovie& movie,
 void TeskCrossFadeEffect::Compile(TeskSWFMovie& movie, bool ignoreMovieClipOffset) {
     const CrossFadeState& state = GetCrossFadeState();
     const ZoRect rect = GetMovieRect(movie.GetWidth(), movie.GetHeight(), ignoreMovieClipOffset);
-    const ZoAutoInterface2<ZoSWFShape> startShape = MakeShape(state.startObject.get(), movie, rect);
-    const ZoAutoInterface2<ZoSWFShape> endShape = MakeShape(state.endObject.get(), movie, rect);
+    const ZoAutoInterface2<ZoSWFObject> startShape =
+        MakeShape(state.startObject.get(), movie, rect);
+    const ZoAutoInterface2<ZoSWFObject> endShape = MakeShape(state.endObject.get(), movie, rect);
     const int32_t frameRate = movie.GetFrameRate();
     const int32_t frameCount = GetFrameCount(frameRate);
     assert(movie.GetScene(0) && "the caller adds the movie's scene first");

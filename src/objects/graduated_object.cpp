@@ -145,8 +145,8 @@ ZoAutoInterface2<ZoFlash::ZoSWFShape> TeskGraduatedObject::MakeFill(const ZoRect
     return shape;
 }
 
-ZoAutoInterface2<ZoFlash::ZoSWFShape> TeskGraduatedObject::MakeShape(TeskSWFMovie&,
-                                                                     const ZoRect& objectRect) {
+ZoAutoInterface2<ZoFlash::ZoSWFObject> TeskGraduatedObject::MakeShape(TeskSWFMovie&,
+                                                                      const ZoRect& objectRect) {
     auto shape = MakeFill(objectRect);
     shape->Rectangle(objectRect);
     return shape;

@@ -91,8 +91,8 @@ ZoAutoInterface2<ZoFlash::ZoSWFShape> TeskImageObject::MakeFill(TeskSWFMovie& mo
     return shape;
 }
 
-ZoAutoInterface2<ZoFlash::ZoSWFShape> TeskImageObject::MakeShape(TeskSWFMovie& movie,
-                                                                 const ZoRect& objectRect) {
+ZoAutoInterface2<ZoFlash::ZoSWFObject> TeskImageObject::MakeShape(TeskSWFMovie& movie,
+                                                                  const ZoRect& objectRect) {
     ZoRect covered = objectRect;
     auto shape = MakeFill(movie, covered);
     if (!covered.IsEmpty())

@@ -53,8 +53,8 @@ class TeskImageObject : public TeskObject {
     ZoAutoInterface2<ZoFlash::ZoSWFShape> MakeTriangleShape(TeskSWFMovie& movie,
                                                             const ZoRect& objectRect,
                                                             const TeskTriangle& triangle) override;
-    ZoAutoInterface2<ZoFlash::ZoSWFShape> MakeShape(TeskSWFMovie& movie,
-                                                    const ZoRect& objectRect) override;
+    ZoAutoInterface2<ZoFlash::ZoSWFObject> MakeShape(TeskSWFMovie& movie,
+                                                     const ZoRect& objectRect) override;
     /// The picture's pixel size; false when it cannot be loaded.
     bool GetNaturalSize(ZoSize& size) const override;
     void Read(ZoFolderFile& file) override;

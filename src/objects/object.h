@@ -10,8 +10,9 @@
 #include "platform/zo_reference.h"
 
 namespace ZoFlash {
+class ZoSWFObject;
 class ZoSWFShape;
-}
+}  // namespace ZoFlash
 class TeskSWFMovie;
 class TeskFieldVisitor;
 class ZoFolderFile;
@@ -51,9 +52,10 @@ class TeskObject {
     /// A shape filling `triangle` (clipped to `objectRect`) with the object's fill.
     virtual ZoAutoInterface2<ZoFlash::ZoSWFShape> MakeTriangleShape(
         TeskSWFMovie& movie, const ZoRect& objectRect, const TeskTriangle& triangle) = 0;
-    /// A shape showing the whole object in `objectRect`.
-    virtual ZoAutoInterface2<ZoFlash::ZoSWFShape> MakeShape(TeskSWFMovie& movie,
-                                                            const ZoRect& objectRect) = 0;
+    /// A character showing the whole object in `objectRect`: a shape, or
+    /// for text a text character or a sprite holding one.
+    virtual ZoAutoInterface2<ZoFlash::ZoSWFObject> MakeShape(TeskSWFMovie& movie,
+                                                             const ZoRect& objectRect) = 0;
     /// The object's own size in pixels, if it has one.
     virtual bool GetNaturalSize(ZoSize& size) const = 0;
     /// The object's own record, inside the object's folder.

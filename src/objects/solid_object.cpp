@@ -16,8 +16,8 @@ ZoAutoInterface2<ZoFlash::ZoSWFShape> TeskSolidObject::MakeFill() const {
     return shape;
 }
 
-ZoAutoInterface2<ZoFlash::ZoSWFShape> TeskSolidObject::MakeShape(TeskSWFMovie&,
-                                                                 const ZoRect& objectRect) {
+ZoAutoInterface2<ZoFlash::ZoSWFObject> TeskSolidObject::MakeShape(TeskSWFMovie&,
+                                                                  const ZoRect& objectRect) {
     auto shape = MakeFill();
     shape->Rectangle(objectRect);
     return shape;

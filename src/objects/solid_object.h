@@ -19,8 +19,8 @@ class TeskSolidObject : public TeskObject {
     ZoAutoInterface2<ZoFlash::ZoSWFShape> MakeTriangleShape(TeskSWFMovie& movie,
                                                             const ZoRect& objectRect,
                                                             const TeskTriangle& triangle) override;
-    ZoAutoInterface2<ZoFlash::ZoSWFShape> MakeShape(TeskSWFMovie& movie,
-                                                    const ZoRect& objectRect) override;
+    ZoAutoInterface2<ZoFlash::ZoSWFObject> MakeShape(TeskSWFMovie& movie,
+                                                     const ZoRect& objectRect) override;
     /// A colour has no size of its own.
     bool GetNaturalSize(ZoSize& size) const override;
     void Read(ZoFolderFile& file) override;

@@ -72,7 +72,7 @@ class SizedObject : public TeskObject {
                                                             const TeskTriangle&) override {
         return nullptr;
     }
-    ZoAutoInterface2<ZoFlash::ZoSWFShape> MakeShape(TeskSWFMovie&, const ZoRect&) override {
+    ZoAutoInterface2<ZoFlash::ZoSWFObject> MakeShape(TeskSWFMovie&, const ZoRect&) override {
         return nullptr;
     }
     bool GetNaturalSize(ZoSize& size) const override {

@@ -11,7 +11,7 @@
 namespace {
 
 using Outline = std::vector<std::pair<int32_t, int32_t>>;
-using Shapes = std::vector<ZoAutoInterface2<ZoFlash::ZoSWFShape>>;
+using Shapes = std::vector<ZoAutoInterface2<ZoFlash::ZoSWFObject>>;
 
 constexpr ZoRect kRect{0, 0, 2000, 1000};
 constexpr uint8_t kSolidFill = 0x00, kLinearFill = 0x10, kRadialFill = 0x12,
