@@ -3,6 +3,7 @@
 #include "objects/graduated_object.h"
 #include "objects/image_object.h"
 #include "objects/solid_object.h"
+#include "objects/text_object.h"
 
 namespace {
 
@@ -20,6 +21,7 @@ ZoAutoPtr<TeskObject> Make() {
 constexpr KindEntry kKinds[] = {
     {kTeskImageObject, "Image", &Make<TeskImageObject>},
     {kTeskGraduatedObject, "Graduated Colour", &Make<TeskGraduatedObject>},
+    {kTeskTextObject, "Text", &Make<TeskTextObject>},
     {kTeskSolidObject, "Solid Colour", &Make<TeskSolidObject>},
 };
 

@@ -5,6 +5,7 @@
 #include "objects/graduated_object.h"
 #include "objects/image_object.h"
 #include "objects/solid_object.h"
+#include "objects/text_object.h"
 #include "platform/folder_file.h"
 #include "platform/zo_exception.h"
 
@@ -23,6 +24,8 @@ ZoAutoPtr<TeskObject> MakeDefaultObject(int32_t kind) {
             return std::make_unique<TeskGraduatedObject>();
         case kTeskSolidObject:
             return std::make_unique<TeskSolidObject>();
+        case kTeskTextObject:
+            return std::make_unique<TeskTextObject>();
         case kTeskKeepObject:
         case kTeskNoObject:
             return nullptr;
@@ -32,7 +35,8 @@ ZoAutoPtr<TeskObject> MakeDefaultObject(int32_t kind) {
 }
 
 bool ReadsItsRecord(int32_t kind) noexcept {
-    return kind == kTeskImageObject || kind == kTeskGraduatedObject || kind == kTeskSolidObject;
+    return kind == kTeskImageObject || kind == kTeskGraduatedObject || kind == kTeskSolidObject ||
+           kind == kTeskTextObject;
 }
 
 }  // namespace

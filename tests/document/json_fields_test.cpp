@@ -5,6 +5,7 @@
 #include "objects/graduated_object.h"
 #include "objects/image_object.h"
 #include "objects/solid_object.h"
+#include "objects/text_object.h"
 #include "platform/zo_exception.h"
 
 namespace {
@@ -115,6 +116,26 @@ TEST(JsonFields, ObjectSlotsFollowTheirKind) {
     Read(R"({"object":null})", sample);
     EXPECT_EQ(sample.object, nullptr);
     EXPECT_TRUE(Write(sample)["object"].is_null());
+}
+
+TEST(JsonFields, TextKeepsItsRtfAsUtf8) {
+    Sample sample;
+    auto text = std::make_unique<TeskTextObject>();
+    // RTF carries the e acute as the Windows-1252 byte 0xE9.
+    text->GetRichText().SetRTF("{\\rtf1\\ansi Caf\xE9 \\u8364? \\u-10179?\\u-8704?}");
+    text->SetBackColour(0x00FF00);
+    const ZoString written = text->GetRichText().Text();
+    sample.object = std::move(text);
+    const std::string json = Write(sample).dump();
+    EXPECT_NE(json.find("Caf\xC3\xA9 \xE2\x82\xAC"), std::string::npos) << json;
+
+    Sample read;
+    Read(json, read);
+    const auto* back = dynamic_cast<TeskTextObject*>(read.object.get());
+    ASSERT_NE(back, nullptr);
+    EXPECT_EQ(back->GetRichText().Text(), written);
+    EXPECT_EQ(back->GetBackColour(), 0x00FF00u);
+    EXPECT_EQ(Write(read).dump(), json);
 }
 
 TEST(JsonFields, BadInputNamesTheKey) {

@@ -33,9 +33,10 @@ class RandomFieldVisitor : public TeskFieldVisitor {
         value = {Int(-100, 0), Int(-100, 0), Int(1, 100), Int(1, 100)};
     }
     void Object(std::string_view, ZoAutoPtr<TeskObject>& holder) override {
-        static constexpr const char* kKinds[] = {"Image", "Graduated Colour", "Solid Colour"};
-        const int pick = Int(0, 3);
-        holder = pick == 3 ? nullptr : TeskMakeObjectOfKind(kKinds[pick]);
+        static constexpr const char* kKinds[] = {"Image", "Graduated Colour", "Text",
+                                                 "Solid Colour"};
+        const int pick = Int(0, 4);
+        holder = pick == 4 ? nullptr : TeskMakeObjectOfKind(kKinds[pick]);
         if (holder)
             holder->VisitFields(*this);
     }

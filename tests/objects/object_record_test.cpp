@@ -5,6 +5,7 @@
 #include "objects/graduated_object.h"
 #include "objects/image_object.h"
 #include "objects/solid_object.h"
+#include "objects/text_object.h"
 #include "platform/compiled_file.h"
 #include "platform/zo_exception.h"
 
@@ -143,6 +144,35 @@ TEST(ObjectRecord, ImageFieldsRoundTripAndFallBackOneByOne) {
     EXPECT_EQ(image.GetTolerance(), 0);
     EXPECT_FALSE(image.GetUseTransparent() || image.GetAutoTransparent());
     EXPECT_EQ(image.GetPlacement(), kTeskStretch);
+}
+
+TEST(ObjectRecord, TextRoundTripsAsRtfAndAShortRecordGivesAnEmptyTransparentText) {
+    TeskTextObject written;
+    written.GetRichText().SetRTF(
+        R"({\rtf1\ansi{\fonttbl{\f0 Arial;}}\f0\b Caf\'e9 {\i bold}\par})");
+    written.SetBackColour(0x102030);
+    written.SetVerticalAlignment(ZoVerticalAlignment::Centre);
+    auto file = RoundTrip([&](ZoFolderFile& f) { WriteObject(f, &written); });
+    ZoAutoPtr<TeskObject> holder;
+    const auto& read = ReadBack<TeskTextObject>(file, holder);
+    EXPECT_TRUE(read.GetRichText().SameContent(written.GetRichText()));
+    EXPECT_EQ(read.GetRichText().Text(), "Caf\xC3\xA9 bold\n\n");
+    EXPECT_EQ(read.GetBackColour(), 0x102030u);
+    EXPECT_EQ(read.GetVerticalAlignment(), ZoVerticalAlignment::Centre);
+    const auto clone = read.Clone();
+    EXPECT_TRUE(
+        static_cast<TeskTextObject&>(*clone).GetRichText().SameContent(written.GetRichText()));
+
+    // The text is there but the colour is not: nothing of the record is kept.
+    auto shortRecord = Slot(kTeskKeepObject, [](ZoFolderFile& f) {
+        ZoFolderGuard record(f, true);
+        f.WriteString(R"({\rtf1 Lost})");
+    });
+    auto& text = ReadBack<TeskTextObject>(shortRecord, holder);
+    EXPECT_EQ(text.GetRichText().Text(), "\n");
+    EXPECT_EQ(text.GetRichText().FormatAt(0)->FontName(), "Times New Roman");
+    EXPECT_EQ(text.GetBackColour(), TeskTextObject::kTransparent);
+    EXPECT_EQ(text.GetVerticalAlignment(), ZoVerticalAlignment::Top);
 }
 
 }  // namespace
