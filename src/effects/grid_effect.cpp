@@ -1,6 +1,10 @@
 #include "effects/grid_effect.h"
 
+#include <algorithm>
+
 #include "effects/record_fallback.h"
+#include "geometry/grid_triangulation.h"
+#include "geometry/hex_triangulation.h"
 #include "objects/field_visitor.h"
 #include "platform/folder_file.h"
 
@@ -25,6 +29,53 @@ void TeskGridEffect::GridState::VisitFields(TeskFieldVisitor& visitor) {
 void TeskGridEffect::SetGridSettings(const GridSettings& settings,
                                      ZoEditor::ZoEditTransaction* transaction) {
     SetStateField(&GridState::gridSettings, settings, transaction);
+}
+
+int32_t TeskGridEffect::TriangleBudget(int32_t divisor) const noexcept {
+    return std::max(GetGridSettings().maxTriangles / std::max(divisor, 1), 8);
+}
+
+void TeskGridEffect::BuildTriangulation(const ZoRect& rect, ZoAutoPtr<TeskTriangulation>& out,
+                                        int32_t angle, int32_t divisor) {
+    if (!GetGridSettings().chooseGrid) {
+        BuildFixedTriangulation(out);
+        return;
+    }
+    auto grid = std::make_unique<TeskGridTriangulation>();
+    grid->ChooseGrid(TriangleBudget(divisor), angle, rect);
+    out = std::move(grid);
+}
+
+void TeskGridEffect::BuildTriangulationHex(const ZoRect& rect, ZoAutoPtr<TeskTriangulation>& out,
+                                           int32_t divisor) {
+    if (!GetGridSettings().chooseGrid) {
+        BuildFixedTriangulation(out);
+        return;
+    }
+    auto hex = std::make_unique<TeskHexTriangulation>();
+    hex->ChooseGrid(TriangleBudget(divisor), rect);
+    out = std::move(hex);
+}
+
+void TeskGridEffect::BuildFixedTriangulation(ZoAutoPtr<TeskTriangulation>& out) {
+    GridSettings& s = GetGridState().gridSettings;
+    s.across = std::clamp(s.across, 1, 50);
+    s.down = std::clamp(s.down, 1, 50);
+    if (s.gridType == kTriangular) {
+        auto hex = std::make_unique<TeskHexTriangulation>();
+        hex->SetAcross(s.across);
+        hex->SetDown(s.down);
+        out = std::move(hex);
+        return;
+    }
+    if (s.gridType != kRectangularNWSE && s.gridType != kRectangularNESW)
+        return;
+    auto grid = std::make_unique<TeskGridTriangulation>();
+    grid->SetDiagonal(s.gridType == kRectangularNWSE ? TeskGridTriangulation::kNorthWestSouthEast
+                                                     : TeskGridTriangulation::kNorthEastSouthWest);
+    grid->SetAcross(s.across);
+    grid->SetDown(s.down);
+    out = std::move(grid);
 }
 
 namespace {

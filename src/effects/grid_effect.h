@@ -1,14 +1,21 @@
 #pragma once
-#include "effects/effect.h"
+#include "effects/mesh_effect.h"
 
 /// An effect that cuts its object into a grid of triangles. The grid
 /// settings say how the mesh is chosen and how its points are rounded.
-class TeskGridEffect : public TeskEffect {
+class TeskGridEffect : public TeskMeshEffect {
   public:
+    /// The `gridType` codes, as the grid control lists them.
+    enum GridType : int32_t {
+        kRectangularNWSE = 1,
+        kTriangular = 2,
+        kRectangularNESW = 3,
+    };
+
     struct GridSettings {
         bool chooseGrid = true;  // size the grid from maxTriangles
         int32_t maxTriangles = 50;
-        int32_t gridType = 1;  // 1 rectangular NWSE, 3 rectangular NESW, 2 triangular
+        int32_t gridType = kRectangularNWSE;
         int32_t across = 5;
         int32_t down = 5;
         // Not stored in the project file: documents always have these values.
@@ -39,9 +46,28 @@ class TeskGridEffect : public TeskEffect {
     const GridSettings& GetGridSettings() const noexcept { return GetGridState().gridSettings; }
     void SetGridSettings(const GridSettings& settings, ZoEditor::ZoEditTransaction* transaction);
 
+    /// The triangulation the settings describe for `rect` (twips). Chosen
+    /// automatically: a rectangular grid for about maxTriangles / `divisor`
+    /// triangles (at least 8), cut to follow `angle` (degrees). Otherwise the
+    /// grid of `gridType` with `across` and `down`, which are first clamped
+    /// to 1..50 in the settings themselves; an unknown type leaves `out` as
+    /// it was.
+    void BuildTriangulation(const ZoRect& rect, ZoAutoPtr<TeskTriangulation>& out,
+                            int32_t angle = 45, int32_t divisor = 1);
+    /// As BuildTriangulation, but the automatic choice is the staggered
+    /// triangular grid.
+    void BuildTriangulationHex(const ZoRect& rect, ZoAutoPtr<TeskTriangulation>& out,
+                               int32_t divisor);
+
     void Read(ZoFolderFile& file) override;
     void Write(ZoFolderFile& file) const override;
 
   protected:
-    using TeskEffect::TeskEffect;
+    using TeskMeshEffect::TeskMeshEffect;
+
+  private:
+    /// The budget of an automatic choice split `divisor` ways.
+    int32_t TriangleBudget(int32_t divisor) const noexcept;
+    /// The grid of the fixed settings, after clamping them.
+    void BuildFixedTriangulation(ZoAutoPtr<TeskTriangulation>& out);
 };

@@ -1,23 +1,16 @@
 #pragma once
 #include "effects/grid_effect.h"
+#include "effects/light_model.h"
+#include "effects/light_triangles.h"
 #include "platform/zo_colour.h"
 
 /// A grid effect that moves its mesh through 3D space, projects it in
-/// perspective and shades it with a light.
+/// perspective (geometry/perspective.h) and shades it with a light: flat,
+/// through each triangle's colour transformation (TeskLightModel::ApplyLight),
+/// or smooth, with gradient triangles laid over the mesh (TeskLightTriangles).
 class Tesk3DEffect : public TeskGridEffect {
   public:
-    struct Lighting {
-        bool useLighting = true;
-        int32_t brightness = 50;            // 0..100
-        int32_t contrast = 50;              // 0..100
-        COLORREF lightColour = 0x00FFFFFF;  // white
-        int32_t lightStrength = 10;         // 0..255
-        COLORREF darkColour = 0x00000000;   // black
-        int32_t darkStrength = 100;         // 0..255
-        int32_t lightDirection = 135;       // degrees on the screen, 0 up, clockwise
-        int32_t lightAngle = 30;            // degrees away from the viewing axis
-        friend bool operator==(const Lighting&, const Lighting&) = default;
-    };
+    using Lighting = TeskLighting;
 
     class ThreeDState : public GridState {
       public:
@@ -36,6 +29,14 @@ class Tesk3DEffect : public TeskGridEffect {
         return static_cast<const ThreeDState&>(GetState());
     }
     const Lighting& GetLighting() const noexcept { return GetThreeDState().lighting; }
+    /// The light the settings describe, for one compilation.
+    TeskLightModel GetLightModel() const noexcept { return TeskLightModel(GetLighting()); }
+    /// The gradient triangles of smooth shading for one compilation. Effects
+    /// place each over its object triangle at the object triangle's depth
+    /// plus the number of object triangles, so that all lie above the mesh.
+    TeskLightTriangles BuildLightShapes() const {
+        return TeskLightTriangles(GetLightModel(), GetGridSettings().roundMovedLightPoints);
+    }
     /// All lighting fields at once (the lighting control's apply).
     void SetLighting(const Lighting& lighting, ZoEditor::ZoEditTransaction* transaction);
     void SetUseLighting(bool use, ZoEditor::ZoEditTransaction* transaction);

@@ -1,0 +1,79 @@
+#include "geometry/matrix_3d.h"
+
+#include <cmath>
+
+namespace {
+
+// A turn in the plane of axes i and j: c on both diagonal places, s at (i, j)
+// and −s at (j, i).
+template <typename Matrix>
+Matrix Turn(std::size_t i, std::size_t j, double radians) noexcept {
+    Matrix m;
+    m(i, i) = m(j, j) = std::cos(radians);
+    m(i, j) = std::sin(radians);
+    m(j, i) = -m(i, j);
+    return m;
+}
+
+// Diagonal `values` for scales, last column `values` for translations.
+template <typename Matrix, std::size_t K>
+Matrix WithDiagonal(const std::array<double, K>& values) noexcept {
+    Matrix m;
+    for (std::size_t i = 0; i < K; ++i)
+        m(i, i) = values[i];
+    return m;
+}
+
+template <typename Matrix, std::size_t K>
+Matrix WithLastColumn(const std::array<double, K>& values) noexcept {
+    Matrix m;
+    for (std::size_t i = 0; i < K; ++i)
+        m(i, K) = values[i];
+    return m;
+}
+
+}  // namespace
+
+TeskMatrix4 TeskMatrix4::Translation(double tx, double ty, double tz) noexcept {
+    return WithLastColumn<TeskMatrix4, 3>({tx, ty, tz});
+}
+
+TeskMatrix4 TeskMatrix4::Scale(double sx, double sy, double sz) noexcept {
+    return WithDiagonal<TeskMatrix4, 3>({sx, sy, sz});
+}
+
+TeskMatrix4 TeskMatrix4::RotationX(double radians) noexcept {
+    return Turn<TeskMatrix4>(1, 2, radians);
+}
+
+TeskMatrix4 TeskMatrix4::RotationY(double radians) noexcept {
+    return Turn<TeskMatrix4>(2, 0, radians);
+}
+
+TeskMatrix4 TeskMatrix4::RotationZ(double radians) noexcept {
+    return Turn<TeskMatrix4>(0, 1, radians);
+}
+
+TeskPoint3D TeskMatrix4::Transform(const TeskPoint3D& p) const noexcept {
+    const std::array<double, 3> v{p.x, p.y, p.z};
+    const double w = Row(3, v);
+    return {Row(0, v) / w, Row(1, v) / w, Row(2, v) / w};
+}
+
+TeskMatrix3 TeskMatrix3::Translation(double tx, double ty) noexcept {
+    return WithLastColumn<TeskMatrix3, 2>({tx, ty});
+}
+
+TeskMatrix3 TeskMatrix3::Scale(double sx, double sy) noexcept {
+    return WithDiagonal<TeskMatrix3, 2>({sx, sy});
+}
+
+TeskMatrix3 TeskMatrix3::Rotation(double radians) noexcept {
+    return Turn<TeskMatrix3>(0, 1, radians);
+}
+
+TeskPoint2D TeskMatrix3::Transform(const TeskPoint2D& p) const noexcept {
+    const std::array<double, 2> v{p.x, p.y};
+    const double w = Row(2, v);
+    return {Row(0, v) / w, Row(1, v) / w};
+}
