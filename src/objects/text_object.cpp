@@ -65,49 +65,28 @@ ZoString Utf8ToRtf(std::string_view text) {
     return rtf;
 }
 
-// A bullet paragraph is indented by its line height; the bullet is a square
-// of a third of that height in the indent.
-ZoRect BulletSquare(const ZoTextLine& line, ZoPoint pen) noexcept {
-    const int32_t height = ZoPixelsToTwips(line.Height());
-    const int32_t left = pen.x - 2 * height / 3;
-    const int32_t top = pen.y - ZoPixelsToTwips(line.ascent) + height / 3;
-    return {left, top, left + height / 3, top + height / 3};
-}
-
 /// Writes laid-out lines into an SWF text, starting a text record with a
 /// new font wherever the look of the text changes.
 class SwfTextBuilder {
   public:
-    SwfTextBuilder(TeskSWFMovie& movie, ZoSWFText& text, const ZoRect& objectRect)
-        : movie_(movie), text_(text), objectRect_(objectRect) {}
+    SwfTextBuilder(TeskSWFMovie& movie, ZoSWFText& text) : movie_(movie), text_(text) {}
 
-    /// Returns the bottom of the last line in twips.
-    int32_t AddLines(const std::vector<ZoTextLine>& lines) {
-        int32_t bottom = objectRect_.top;
-        for (const ZoTextLine& line : lines) {
-            for (const ZoTextItem& item : line.items)
-                AddItem(line, item);
-            bottom = ZoPixelsToTwips(line.top + line.Height()) + objectRect_.top;
-        }
-        return bottom;
+    void AddLines(const std::vector<ZoTextLine>& lines, const ZoRect& objectRect) {
+        TeskForEachItem(
+            lines, objectRect,
+            [this](const ZoTextItem& item, const TeskItemStart& start) { AddItem(item, start); });
     }
 
   private:
-    void AddItem(const ZoTextLine& line, const ZoTextItem& item) {
-        const ZoPoint pen = TeskItemPen(item, objectRect_);
-        StartRecord(item, pen);
-        const ZoTextFormat& format = *item.format;
-        if (bulletDue_ && format.HasBullet()) {
-            text_.DrawBullet(BulletSquare(line, pen), ZoSWFColour(format.Colour(), 255));
-            bulletDue_ = false;
-        }
+    void AddItem(const ZoTextItem& item, const TeskItemStart& start) {
+        StartRecord(item, start.pen);
+        if (start.bullet)
+            text_.DrawBullet(*start.bullet, ZoSWFColour(item.format->Colour(), 255));
         TeskForEachGlyph(item, [&](char32_t character, int32_t advance) {
             // SWF 5 fonts are indexed by Windows-1252 code.
             const uint8_t code = ZoUnicodeToCp1252(character).value_or('?');
             text_.AddCharacter(static_cast<char>(code), advance);
         });
-        if (!item.text.empty() && item.text.back() == '\n')
-            bulletDue_ = true;
     }
 
     void StartRecord(const ZoTextItem& item, ZoPoint pen) {
@@ -127,10 +106,15 @@ class SwfTextBuilder {
 
     TeskSWFMovie& movie_;
     ZoSWFText& text_;
-    const ZoRect& objectRect_;
     std::shared_ptr<const ZoTextFormat> format_;
-    bool bulletDue_ = true;
 };
+
+// The bottom of the last line, in twips.
+int32_t TextBottom(const std::vector<ZoTextLine>& lines, const ZoRect& objectRect) noexcept {
+    return lines.empty()
+               ? objectRect.top
+               : objectRect.top + ZoPixelsToTwips(lines.back().top + lines.back().Height());
+}
 
 ZoAutoInterface2<ZoFlash::ZoSWFSprite> Layered(const ZoAutoInterface2<ZoSWFObject>& back,
                                                const ZoAutoInterface2<ZoSWFObject>& text,
@@ -239,8 +223,10 @@ ZoAutoInterface2<ZoSWFObject> TeskTextObject::MakeShape(TeskSWFMovie& movie,
                                                         const ZoRect& objectRect) {
     FitPage(objectRect);
     auto text = ZoMakeCounted<ZoSWFText>();
-    const int32_t bottom = SwfTextBuilder(movie, *text, objectRect).AddLines(richText_->Lines());
-    text->SetRect({objectRect.left, objectRect.top, objectRect.right, bottom});
+    const std::vector<ZoTextLine>& lines = richText_->Lines();
+    SwfTextBuilder(movie, *text).AddLines(lines, objectRect);
+    text->SetRect(
+        {objectRect.left, objectRect.top, objectRect.right, TextBottom(lines, objectRect)});
     ZoAutoInterface2<ZoSWFShape> decoration = text->GetDecorationShape();
     if (backColour_ == kTransparent && !decoration)
         return text;
@@ -294,7 +280,7 @@ void TeskTextObject::VisitFields(TeskFieldVisitor& visitor) {
     ZoString text = stored;
     auto alignment = static_cast<int32_t>(GetVerticalAlignment());
     visitor.Field("richText", text);
-    visitor.Field("backColour", backColour_);
+    visitor.Colour("backColour", backColour_);
     visitor.Field("verticalAlignment", alignment);
     if (!visitor.IsReading())
         return;

@@ -1,6 +1,7 @@
 #include "objects/text_outlines.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "flash/swf_shape.h"
 #include "objects/text_glyph_walk.h"
@@ -65,6 +66,25 @@ ZoPolyShape Underline(const ZoFontFace& face, double scale, ZoPoint pen, int32_t
     return shape;
 }
 
+// The bullet's disc, from eight quadratic arcs of 45 degrees, as the whole
+// text draws it.
+ZoPolyShape Disc(const ZoRect& square) {
+    const double cx = (square.left + square.right) / 2.0, cy = (square.top + square.bottom) / 2.0;
+    const double rx = square.Width() / 2.0, ry = square.Height() / 2.0;
+    const double step = std::acos(-1.0) / 4, reach = 1 / std::cos(step / 2);
+    const auto at = [&](double angle, double scale) -> ZoDoublePoint {
+        return {cx + std::cos(angle) * rx * scale, cy + std::sin(angle) * ry * scale};
+    };
+    ZoPolyShape shape;
+    const int32_t contour = shape.AddContour();
+    shape.AddPoint(contour, ZoPolyPointKind::kMove, at(0, 1));
+    for (int i = 0; i < 8; ++i) {
+        shape.AddPoint(contour, ZoPolyPointKind::kQuadraticControl, at((i + 0.5) * step, reach));
+        shape.AddPoint(contour, ZoPolyPointKind::kQuadratic, at((i + 1) * step, 1));
+    }
+    return shape;
+}
+
 ZoDoubleRect Union(const ZoDoubleRect& a, const ZoDoubleRect& b) noexcept {
     return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
             std::max(a.bottom, b.bottom)};
@@ -124,19 +144,20 @@ void DrawContour(ZoFlash::ZoSWFShape& shape, const ZoPolyContour& contour) {
 
 TeskTextOutlines::TeskTextOutlines(const std::vector<ZoTextLine>& lines, const ZoRect& objectRect)
     : objectRect_(objectRect) {
-    for (const ZoTextLine& line : lines) {
-        for (const ZoTextItem& item : line.items)
-            AddItem(item);
-    }
+    TeskForEachItem(lines, objectRect, [this](const ZoTextItem& item, const TeskItemStart& start) {
+        AddItem(item, start);
+    });
 }
 
-void TeskTextOutlines::AddItem(const ZoTextItem& item) {
+void TeskTextOutlines::AddItem(const ZoTextItem& item, const TeskItemStart& start) {
     Group group;
     group.colour = item.format->Colour();
+    if (start.bullet)
+        AddGlyph(group, Disc(*start.bullet));
     const ZoFontFace& face = item.font->Face();
     const double scale =
         static_cast<double>(ZoPixelsToTwips(item.font->PixelSize())) / face.UnitsPerEm();
-    const ZoPoint pen = TeskItemPen(item, objectRect_);
+    const ZoPoint pen = start.pen;
     int32_t x = pen.x;
     TeskForEachGlyph(item, [&](char32_t character, int32_t advance) {
         ZoPolyShape outline = ToPolyShape(face.Outline(character));

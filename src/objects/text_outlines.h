@@ -6,12 +6,13 @@
 
 #include "geometry/poly_shape.h"
 #include "objects/object.h"
+#include "objects/text_glyph_walk.h"
 #include "platform/zo_colour.h"
 #include "text/text_layout.h"
 
 class TeskTextOutlines {
   public:
-    /// The outlines of every character of `lines` (and of its underlines),
+    /// The outlines of every character of `lines`, its underlines and bullets,
     /// with the page's top-left corner at `objectRect`'s, in twips.
     TeskTextOutlines(const std::vector<ZoTextLine>& lines, const ZoRect& objectRect);
 
@@ -38,7 +39,7 @@ class TeskTextOutlines {
         std::vector<Glyph> glyphs;
     };
 
-    void AddItem(const ZoTextItem& item);
+    void AddItem(const ZoTextItem& item, const TeskItemStart& start);
     static void AddGlyph(Group& group, ZoGeometry::ZoPolyShape outline);
 
     ZoRect objectRect_;
