@@ -6,14 +6,17 @@
 #include <condition_variable>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <thread>
 
+#include "platform/zo_auto_ptr.h"
 #include "platform/zo_string.h"
 
 class TeskFile;
+class TeskSWFMovie;
 
 /// Builds preview movies on a worker thread below normal priority. The
 /// worker sees only copies made by Build: the settings and clones of the
@@ -21,7 +24,11 @@ class TeskFile;
 /// All members may be called from any thread.
 class TeskPreviewBuilder {
   public:
-    TeskPreviewBuilder();
+    /// Turns a document copy into a movie; TeskBuildMovie unless a test
+    /// needs builds it can hold up.
+    using Compiler = std::function<ZoAutoPtr<TeskSWFMovie>(const TeskFile&)>;
+
+    explicit TeskPreviewBuilder(Compiler compiler = {});
     TeskPreviewBuilder(const TeskPreviewBuilder&) = delete;
     TeskPreviewBuilder& operator=(const TeskPreviewBuilder&) = delete;
     /// Stops a running worker first; a build in progress runs to its end but
@@ -58,6 +65,7 @@ class TeskPreviewBuilder {
     void BuildCurrent();
     bool Superseded() const;
 
+    Compiler compiler_;
     mutable std::mutex lock_;
     std::condition_variable wake_;
     bool woken_ = false;
@@ -98,10 +106,15 @@ class TeskPreviewSession {
     bool ShowsNewestRequest() const noexcept { return loadedTag_ == requestCounter_ - 1; }
     /// Why the newest build failed, or "".
     ZoString LastError() const { return builder_.GetLastError(); }
-    const std::filesystem::path& PreviewFile() const noexcept { return file_; }
+    const std::filesystem::path& PreviewFile() const noexcept { return file_.path; }
 
   private:
-    std::filesystem::path file_;
+    struct TemporaryFile {
+        std::filesystem::path path;
+        ~TemporaryFile();
+    };
+
+    TemporaryFile file_;
     int32_t requestCounter_ = 0;
     int32_t loadedTag_ = -1;
     TeskPreviewBuilder builder_;  // last: its worker ends before the file goes
