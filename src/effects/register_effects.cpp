@@ -4,14 +4,8 @@
 #include "effects/wave_effect.h"
 
 void TeskRegisterEffects() {
-    for (const TeskEffectInfo* info : {&TeskCrossFadeEffect::Info()}) {
+    for (const TeskEffectInfo* info : {&TeskCrossFadeEffect::Info(), &TeskWaveEffect::Info()}) {
         if (!TeskEffect::FindInfo(info->guid))
             TeskEffect::Register(*info);
     }
-}
-
-void TeskCreateStoredEffect(const ZoGuid& guid, ZoAutoPtr<TeskEffect>& out) {
-    TeskEffect::Create(guid, out);
-    if (!out && guid == TeskWaveEffect::Info().guid)
-        out = TeskWaveEffect::Info().factory();
 }

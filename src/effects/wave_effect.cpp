@@ -1,5 +1,14 @@
 #include "effects/wave_effect.h"
 
+#include <array>
+#include <cassert>
+#include <vector>
+
+#include "effects/wave_surface.h"
+#include "flash/swf_sequence.h"
+#include "geometry/perspective.h"
+#include "geometry/triangulation.h"
+#include "media/swf_movie.h"
 #include "objects/field_visitor.h"
 #include "objects/image_object.h"
 #include "platform/folder_file.h"
@@ -60,8 +69,57 @@ void TeskWaveEffect::SetWaveStyle(int32_t style, ZoEditor::ZoEditTransaction* tr
     SetStateField(&WaveState::waveStyle, style, transaction);
 }
 
-void TeskWaveEffect::Compile(TeskSWFMovie&, bool) {
-    throw ZoException("The wave effect cannot be compiled in this version");
+TeskMeshEffect::MeshTriangleList TeskWaveEffect::BuildMesh(TeskSWFMovie& movie,
+                                                           const ZoRect& rect) {
+    const WaveState& state = GetWaveState();
+    ZoAutoPtr<TeskTriangulation> triangulation;
+    // An automatic grid is cut across the wave direction.
+    BuildTriangulation(rect, triangulation, state.direction + 90, 1);
+    MeshTriangleList mesh;
+    if (state.object && triangulation) {
+        const GridSettings& grid = GetGridSettings();
+        BuildMeshTriangles(mesh, movie, *state.object, rect, *triangulation, 0, grid.expand,
+                           grid.roundPoints, kDepthBase);
+    }
+    return mesh;
+}
+
+void TeskWaveEffect::MoveMesh(MeshTriangleList& mesh, const ZoRect& rect, int32_t frame,
+                              int32_t frameCount, CornerLights& light) const {
+    const WaveState& state = GetWaveState();
+    const TeskWaveSurface surface(state.wavelength, state.amplitude, state.direction,
+                                  state.waveStyle, rect);
+    const TeskLightModel model = GetLightModel();
+    const double progress = static_cast<double>(frame) / frameCount;
+    light.resize(mesh.size());
+    for (size_t i = 0; i < mesh.size(); ++i) {
+        for (size_t k = 0; k < 3; ++k) {
+            const TeskSurfacePoint point = surface.At(mesh[i].restCorners[k], progress);
+            mesh[i].corners[k] = TeskProject(point.position, rect);
+            light[i][k] = model.LightFactor(point.normal);
+        }
+    }
+}
+
+void TeskWaveEffect::Compile(TeskSWFMovie& movie, bool ignoreMovieClipOffset) {
+    assert(movie.GetScene(0) && "the caller adds the movie's scene first");
+    const ZoRect rect = GetMovieRect(movie.GetWidth(), movie.GetHeight(), ignoreMovieClipOffset);
+    MeshTriangleList mesh = BuildMesh(movie, rect);
+    const TeskLightTriangles lights = BuildLightShapes();
+    const bool roundMovedPoints = GetGridSettings().roundMovedPoints;
+    // The light triangles lie above the whole mesh, each over its own piece.
+    const auto above = static_cast<int32_t>(mesh.size());
+    CornerLights light;
+    ZoFlash::ZoSWFScene& scene = *movie.GetScene(0);
+    const int32_t frameCount = GetFrameCount(movie.GetFrameRate());
+    for (int32_t i = 0; i < frameCount; ++i) {
+        ZoFlash::ZoSWFFrame& frame = *scene.AddFrame();
+        MoveMesh(mesh, rect, i, frameCount, light);
+        // The mesh first, so that the frame's depths come in ascending order.
+        PlaceMeshTriangles(mesh, frame, roundMovedPoints);
+        for (size_t t = 0; t < mesh.size(); ++t)
+            lights.Place(mesh[t].corners, light[t], frame, mesh[t].depth + above);
+    }
 }
 
 void TeskWaveEffect::Read(ZoFolderFile& file) {

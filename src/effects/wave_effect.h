@@ -1,4 +1,7 @@
 #pragma once
+#include <array>
+#include <vector>
+
 #include "effects/three_d_effect.h"
 
 /// A sine wave that travels across one object along a direction, lifting
@@ -51,7 +54,25 @@ class TeskWaveEffect : public Tesk3DEffect {
     void SetDirection(int32_t degrees, ZoEditor::ZoEditTransaction* transaction);
     void SetWaveStyle(int32_t style, ZoEditor::ZoEditTransaction* transaction);
 
-    /// Not available until the mesh geometry exists: throws ZoException.
+    /// Depth of the first mesh triangle; the light triangles follow the mesh.
+    static constexpr int32_t kDepthBase = 100;
+
+    /// The light factor at each corner of each mesh triangle.
+    using CornerLights = std::vector<std::array<double, 3>>;
+
+    /// The mesh of one compilation over `rect` (twips): the object cut along
+    /// a grid that runs across the wave, triangle i at depth kDepthBase + i.
+    /// Settings that clamp are stored back (see BuildTriangulation).
+    MeshTriangleList BuildMesh(TeskSWFMovie& movie, const ZoRect& rect);
+    /// Moves every triangle of `mesh` to where the wave carries it in frame
+    /// `frame` of `frameCount`, seen in perspective; `light` receives the
+    /// light at each corner.
+    void MoveMesh(MeshTriangleList& mesh, const ZoRect& rect, int32_t frame, int32_t frameCount,
+                  CornerLights& light) const;
+
+    /// One frame per effect frame: the mesh, cut across the wave direction,
+    /// moved and projected for that frame's progress, with a gradient
+    /// triangle over each mesh triangle for the light. Scene 0 must exist.
     void Compile(TeskSWFMovie& movie, bool ignoreMovieClipOffset) override;
 
     int GetObjectCount() const override { return 1; }

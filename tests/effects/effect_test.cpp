@@ -30,10 +30,10 @@ COLORREF SolidColour(const TeskObject* object) {
     return solid ? solid->GetColour() : kZoNoColour;
 }
 
-TEST(TeskEffectRegistry, HoldsOnlyCompilableEffectsOnce) {
+TEST(TeskEffectRegistry, HoldsEachCompilableEffectOnceInChooserOrder) {
     TeskRegisterEffects();
     TeskRegisterEffects();
-    ASSERT_EQ(TeskEffect::GetCount(), 1);
+    ASSERT_EQ(TeskEffect::GetCount(), 2);
     const TeskEffectInfo& info = TeskEffect::GetInfo(0);
     EXPECT_EQ(info.guid, kCrossFadeGuid);
     EXPECT_EQ(info.name, "Cross Fade");
@@ -41,34 +41,23 @@ TEST(TeskEffectRegistry, HoldsOnlyCompilableEffectsOnce) {
     EXPECT_EQ(info.iconIndex, 1);
     EXPECT_EQ(info.helpTopic, "::/html/Effects/CrossFadeEffect.htm");
     EXPECT_EQ(TeskEffect::FindInfo(kCrossFadeGuid), &info);
-    // The wave cannot be compiled yet, so it is not offered.
-    EXPECT_EQ(TeskEffect::FindInfo(kWaveGuid), nullptr);
+    const TeskEffectInfo& wave = TeskEffect::GetInfo(1);
+    EXPECT_EQ(wave.guid, kWaveGuid);
+    EXPECT_EQ(wave.name, "Wave");
+    EXPECT_EQ(wave.nameId, 135);
+    EXPECT_EQ(wave.iconIndex, 4);
+    EXPECT_EQ(wave.helpTopic, "::/html/Effects/WaveEffect.htm");
 
     ZoAutoPtr<TeskEffect> effect;
     TeskEffect::Create(kCrossFadeGuid, effect);
     ASSERT_NE(dynamic_cast<TeskCrossFadeEffect*>(effect.get()), nullptr);
     EXPECT_EQ(effect->GetFile(), nullptr);
     TeskEffect::Create(kWaveGuid, effect);
+    EXPECT_NE(dynamic_cast<TeskWaveEffect*>(effect.get()), nullptr);
+    TeskEffect::Create(*ZoGuid::Parse("{00000000-0000-0000-0000-000000000001}"), effect);
     EXPECT_EQ(effect, nullptr);
     TeskEffect::Create(0, effect);
     EXPECT_EQ(effect->GetInfo().guid, info.guid);
-}
-
-TEST(TeskEffectRegistry, StoredEffectsIncludeTheWaveOfNewDocuments) {
-    TeskRegisterEffects();
-    struct Case {
-        ZoGuid guid;
-        bool known;
-    };
-    for (const Case& c : {Case{kCrossFadeGuid, true}, Case{kWaveGuid, true},
-                          Case{*ZoGuid::Parse("{00000000-0000-0000-0000-000000000001}"), false}}) {
-        ZoAutoPtr<TeskEffect> effect = std::make_unique<TeskCrossFadeEffect>();
-        TeskCreateStoredEffect(c.guid, effect);
-        ASSERT_EQ(effect != nullptr, c.known) << c.guid.ToString();
-        if (effect) {
-            EXPECT_EQ(effect->GetInfo().guid, c.guid);
-        }
-    }
 }
 
 TEST(TeskEffect, DefaultsOfTheCommonBlockAndTheObjectSlots) {
