@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "cli/project_commands.h"
+#include "cli/render_command.h"
 #include "platform/zo_exception.h"
 
 namespace {
@@ -33,6 +34,7 @@ int VimboRunCommandLine(const std::vector<std::string>& arguments,
     VimboAddDumpCommand(app);
     VimboAddBuildCommand(app);
     VimboAddPublishCommand(app);
+    VimboAddRenderCommand(app);
 
     std::vector<std::string> args(arguments.rbegin(), arguments.rend() - 1);
     try {
