@@ -6,32 +6,23 @@
 #include "objects/graduated_object.h"
 #include "objects/image_object.h"
 #include "objects/solid_object.h"
-#include "support/movie_check.h"
+#include "placed_movie.h"
 
 namespace {
 
 using Outline = std::vector<std::pair<int32_t, int32_t>>;
-using Shapes = std::vector<ZoAutoInterface2<ZoFlash::ZoSWFObject>>;
+using Shapes = objects_test::Placed;
+using objects_test::WritePlaced;
 
 constexpr ZoRect kRect{0, 0, 2000, 1000};
 constexpr uint8_t kSolidFill = 0x00, kLinearFill = 0x10, kRadialFill = 0x12,
                   kTiledBitmapFill = 0x40, kClippedBitmapFill = 0x41;
 
-/// The movie of `shapes` placed at depths 1, 2, ... of one frame.
-SwfTest::WrittenMovie Write(TeskSWFMovie& movie, const Shapes& shapes) {
-    auto* frame = movie.AddScene()->AddFrame();
-    int depth = 1;
-    for (const auto& shape : shapes)
-        frame->PlaceObject(shape, nullptr, depth++, {}, 0, -1, {});
-    return SwfTest::WriteAndValidate(movie);
-}
-
 /// The shapes of the first frame, bottom first.
 std::vector<SwfTest::Shape> ShapesOf(const SwfTest::WrittenMovie& written) {
     std::vector<SwfTest::Shape> shapes;
-    const auto& movie = written.result.movie;
-    for (const auto& [depth, item] : movie.timeline.frames.at(0).displayList)
-        shapes.push_back(movie.shapes.at(item.characterId));
+    for (const uint16_t id : objects_test::PlacedIds(written.result.movie))
+        shapes.push_back(written.result.movie.shapes.at(id));
     return shapes;
 }
 
@@ -80,7 +71,7 @@ TEST(SolidObjectShapes, WholeShapeAndTrianglePieces) {
         solid.MakeTriangleShape(movie, kRect, {{{3000, 0}, {4000, 0}, {3000, 900}}}),
         solid.MakeTriangleShape(movie, kRect, {{{-9000, -9000}, {30000, -9000}, {-9000, 30000}}}),
     };
-    const auto written = Write(movie, shapes);
+    const auto written = WritePlaced(movie, shapes);
     ASSERT_EQ(written.Problems(), "");
     const auto read = ShapesOf(written);
     for (const auto& shape : read) {
@@ -108,7 +99,7 @@ TEST(GraduatedObjectShapes, FillsFollowTheStops) {
         radial.MakeShape(movie, square),
         linear.MakeTriangleShape(movie, square, {{{0, 0}, {2000, 0}, {0, 2000}}}),
     };
-    const auto written = Write(movie, shapes);
+    const auto written = WritePlaced(movie, shapes);
     ASSERT_EQ(written.Problems(), "");
     const auto read = ShapesOf(written);
     ASSERT_EQ(read.size(), 4u);
@@ -145,7 +136,7 @@ TEST(ImageObjectShapes, OneBitmapPerPictureForEveryShapeOfAMovie) {
         pinned.MakeTriangleShape(movie, large, {{{0, 0}, {6000, 0}, {0, 6000}}}),
         tiled.MakeShape(movie, large),
     };
-    const auto written = Write(movie, shapes);
+    const auto written = WritePlaced(movie, shapes);
     ASSERT_EQ(written.Problems(), "");
     const auto& bitmaps = written.result.movie.bitmaps;
     ASSERT_EQ(bitmaps.size(), 2u) << "one definition per picture";
@@ -182,7 +173,7 @@ TEST(ImageObjectShapes, AMissingPictureLeavesTheShapeUnfilled) {
     TeskImageObject missing("/nonexistent/vimbo/picture.png");
     ZoSize size{1, 1};
     EXPECT_FALSE(missing.GetNaturalSize(size));
-    const auto written = Write(movie, {missing.MakeShape(movie, kRect)});
+    const auto written = WritePlaced(movie, {missing.MakeShape(movie, kRect)});
     ASSERT_EQ(written.Problems(), "");
     EXPECT_TRUE(written.result.movie.bitmaps.empty());
     EXPECT_TRUE(ShapesOf(written).at(0).fills.empty());

@@ -8,11 +8,13 @@
 #include "flash/swf_shape.h"
 #include "media/swf_movie.h"
 #include "objects/text_object.h"
-#include "support/movie_check.h"
+#include "placed_movie.h"
 
 namespace {
 
-using Objects = std::vector<ZoAutoInterface2<ZoFlash::ZoSWFObject>>;
+using Objects = objects_test::Placed;
+using objects_test::PlacedIds;
+using objects_test::WritePlaced;
 
 constexpr ZoRect kRect{0, 0, 4000, 2000};  // 200 x 100 pixels
 constexpr const char* kHello = R"({\rtf1\ansi{\fonttbl{\f0 Arial;}}\f0\fs48 Hello world\par})";
@@ -21,23 +23,6 @@ TeskTextObject TextOf(std::string_view rtf) {
     TeskTextObject text;
     text.GetRichText().SetRTF(rtf);
     return text;
-}
-
-/// The movie of `objects` placed at depths 1, 2, ... of one frame.
-SwfTest::WrittenMovie Write(TeskSWFMovie& movie, const Objects& objects) {
-    auto* frame = movie.AddScene()->AddFrame();
-    int depth = 1;
-    for (const auto& object : objects)
-        frame->PlaceObject(object, nullptr, depth++, {}, 0, -1, {});
-    return SwfTest::WriteAndValidate(movie);
-}
-
-/// The characters placed in the first frame, bottom first.
-std::vector<uint16_t> PlacedIds(const SwfTest::Movie& movie) {
-    std::vector<uint16_t> ids;
-    for (const auto& [depth, item] : movie.timeline.frames.at(0).displayList)
-        ids.push_back(item.characterId);
-    return ids;
 }
 
 /// The filled area a shape's edges enclose, in square twips, with holes
@@ -90,7 +75,7 @@ TEST(TextObjectShapes, WholeTextSharesOneFontAndKeepsTheLaidOutAdvances) {
     TeskTextObject hello = TextOf(kHello);
     TeskTextObject again = TextOf(kHello);
     const auto written =
-        Write(movie, {hello.MakeShape(movie, kRect), again.MakeShape(movie, kRect)});
+        WritePlaced(movie, {hello.MakeShape(movie, kRect), again.MakeShape(movie, kRect)});
     ASSERT_EQ(written.Problems(), "");
     const SwfTest::Movie& read = written.result.movie;
     ASSERT_EQ(read.fonts.size(), 1u) << "texts in one face share its font";
@@ -136,7 +121,7 @@ TEST(TextObjectShapes, BackgroundsAndUnderlinesMakeALayeredSprite) {
         TeskSWFMovie movie;
         TeskTextObject text = TextOf(c.rtf);
         text.SetBackColour(c.back);
-        const auto written = Write(movie, {text.MakeShape(movie, kRect)});
+        const auto written = WritePlaced(movie, {text.MakeShape(movie, kRect)});
         ASSERT_EQ(written.Problems(), "");
         const SwfTest::Movie& read = written.result.movie;
         const uint16_t placed = PlacedIds(read).at(0);
@@ -182,7 +167,7 @@ TEST(TextObjectPieces, PiecesTogetherCoverWhatOneTriangleOverEverythingCovers) {
     for (const TeskTriangle& triangle : Mesh(kRect, 7, 3))
         pieces.push_back(text.MakeTriangleShape(movie, kRect, triangle));
     text.ReleaseOutput();
-    const auto written = Write(movie, pieces);
+    const auto written = WritePlaced(movie, pieces);
     ASSERT_EQ(written.Problems(), "");
 
     const SwfTest::Movie& read = written.result.movie;
@@ -209,7 +194,7 @@ TEST(TextObjectPieces, ATriangleAwayFromTheTextGetsOnlyTheBackground) {
     auto bare = text.MakeTriangleShape(movie, kRect, belowText);
     text.SetBackColour(0x00FF00);
     auto backed = text.MakeTriangleShape(movie, kRect, belowText);
-    const auto written = Write(movie, {bare, backed});
+    const auto written = WritePlaced(movie, {bare, backed});
     ASSERT_EQ(written.Problems(), "");
     const SwfTest::Movie& read = written.result.movie;
     const std::vector<uint16_t> ids = PlacedIds(read);
@@ -236,8 +221,8 @@ TEST(TextObject, DamagedTextAndUnknownFontsStillDraw) {
         EXPECT_EQ(text.GetRichText().Text(), c.text);
         TeskSWFMovie movie;
         const TeskTriangle everything{{{-9000, -9000}, {30000, -9000}, {-9000, 30000}}};
-        const auto written = Write(movie, {text.MakeShape(movie, kRect),
-                                           text.MakeTriangleShape(movie, kRect, everything)});
+        const auto written = WritePlaced(movie, {text.MakeShape(movie, kRect),
+                                                 text.MakeTriangleShape(movie, kRect, everything)});
         ASSERT_EQ(written.Problems(), "");
         const SwfTest::Movie& read = written.result.movie;
         const bool ink = std::string_view(c.text) != "\n";
