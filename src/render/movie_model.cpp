@@ -112,11 +112,9 @@ class ModelBuilder {
                 case kRemoveObject2:
                     changed |= items.erase(BitReader(tag.body).U16()) > 0;
                     break;
-                case kSetBackgroundColor: {
-                    BitReader in(tag.body);
-                    model_.background = ReadColour(in, false);
+                case kSetBackgroundColor:
+                    model_.background = ReadBackgroundColour(tag.body);
                     break;
-                }
                 default:
                     // Sprites hold control tags only; a player ignores others.
                     if (!insideSprite)

@@ -45,7 +45,8 @@ class ZoMoviePlayer {
 
     /// Draws frame `frame` (zero based; taken modulo FrameCount(), as the
     /// player loops) at `scale` times the stage size (each side rounded up,
-    /// at least 1 pixel). `scale` must be positive.
+    /// at least 1 pixel). `scale` must be positive; throws ZoException when
+    /// a side would exceed 32767 pixels.
     ZoRgbaImage RenderFrame(int32_t frame, double scale = 1.0) const;
     /// As RenderFrame, into `image`, reusing its memory when the size fits:
     /// a preview that plays the movie allocates nothing per frame.

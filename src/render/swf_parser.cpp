@@ -104,6 +104,11 @@ Rgba ReadColour(BitReader& in, bool alpha) {
     return c;
 }
 
+Rgba ReadBackgroundColour(std::span<const uint8_t> body) {
+    BitReader in(body);
+    return ReadColour(in, false);
+}
+
 std::vector<Action> ReadActions(BitReader& in) {
     std::vector<Action> actions;
     for (;;) {

@@ -244,6 +244,8 @@ Rect ReadRect(BitReader& in);
 Matrix ReadMatrix(BitReader& in);
 Cxform ReadCxformWithAlpha(BitReader& in);
 Rgba ReadColour(BitReader& in, bool alpha);
+/// The colour of a SetBackgroundColor tag.
+Rgba ReadBackgroundColour(std::span<const uint8_t> body);
 /// Action records up to and including the end record.
 std::vector<Action> ReadActions(BitReader& in);
 PlaceObject2 ReadPlaceObject2(std::span<const uint8_t> body);

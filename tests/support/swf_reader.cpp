@@ -238,11 +238,9 @@ Timeline Validator::Play(const std::vector<Tag>& tags, bool insideSprite) {
             case kEnd:
             case kFrameLabel:
                 break;
-            case kSetBackgroundColor: {
-                BitReader in(tag.body);
-                result_.movie.background = ReadColour(in, false);
+            case kSetBackgroundColor:
+                result_.movie.background = ReadBackgroundColour(tag.body);
                 break;
-            }
             default:
                 if (!insideSprite)
                     Define(tag);
