@@ -19,8 +19,8 @@ struct ZoRgbaImage {
 };
 
 /// A parsed movie that renders its frames on demand. Loading does all the
-/// parsing and decoding; rendering reads only, so one player may render
-/// different frames on several threads at once.
+/// parsing and decoding; rendering changes nothing in the player, so frames
+/// can be drawn in any order. Use one player from one thread at a time.
 class ZoMoviePlayer {
   public:
     /// Parses an uncompressed SWF movie held in memory. Throws ZoException
