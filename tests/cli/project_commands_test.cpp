@@ -128,6 +128,22 @@ TEST_F(ProjectCommands, PublishWritesTheMovieAndItsPageAndNamesThem) {
     EXPECT_EQ(ReadAll(Path("movie.swf")), swf);
 }
 
+TEST_F(ProjectCommands, PublishWithoutAProjectGivesTheNewDocumentsWave) {
+    ASSERT_EQ(Vimbo({"publish", "-o", Path("new.swf")}).code, 0);
+    const std::string swf = ReadAll(Path("new.swf"));
+    const SwfTest::Validation result =
+        SwfTest::ValidateSwf(std::vector<uint8_t>(swf.begin(), swf.end()));
+    EXPECT_TRUE(result.problems.empty()) << result.problems.front();
+    EXPECT_EQ(result.movie.frameCount, 24);
+    EXPECT_EQ(result.movie.frameSize.xMax, 3640);
+    EXPECT_EQ(result.movie.frameSize.yMax, 4040);
+    EXPECT_EQ(result.movie.frameRate, 12 << 8);
+    const auto& actions = result.movie.timeline.frames.at(0).actions;
+    ASSERT_EQ(actions.size(), 1u);
+    EXPECT_EQ(actions[0].url, "FSCommand:showmenu");
+    EXPECT_EQ(actions[0].target, "false");
+}
+
 TEST_F(ProjectCommands, PublishFailuresLeaveNothingBehind) {
     ZoWriteFileAtomically(Path("in.json"), R"({"effects": [{"effect": "Cross Fade"}]})");
     ZoWriteFileAtomically(Path("page.html"), "keep me");
