@@ -7,10 +7,11 @@
 namespace ZoRender {
 namespace {
 
-// Display-list entries kept over all frames of all timelines. Frames that
-// change nothing share their list, but a hostile file could still make a
-// huge list change every frame.
-constexpr size_t kMaxKeptEntries = size_t{1} << 22;
+// Display-list entries kept over all frames of all timelines (about 100
+// bytes each). Frames that change nothing share their list, but a hostile
+// file could still make a huge list change every frame; a mesh effect of 600
+// pieces over 100 frames keeps 60 000.
+constexpr size_t kMaxKeptEntries = size_t{1} << 20;
 
 ShapeCharacter MakeShape(const Tag& tag) {
     Shape shape = ReadDefineShape(tag.body, tag.code);
