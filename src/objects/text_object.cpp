@@ -148,8 +148,7 @@ TeskTextObject::TeskTextObject(COLORREF movieBackground)
 TeskTextObject::TeskTextObject(const TeskTextObject& other)
     : TeskObject(other),
       richText_(std::make_shared<ZoRichText>(*other.richText_)),
-      backColour_(other.backColour_),
-      objectRect_(other.objectRect_) {}
+      backColour_(other.backColour_) {}
 
 TeskTextObject::~TeskTextObject() = default;
 
@@ -162,8 +161,6 @@ void TeskTextObject::SetVerticalAlignment(ZoVerticalAlignment alignment) noexcep
 }
 
 void TeskTextObject::SetPageSize(ZoSize pixels) noexcept {
-    objectRect_.right = objectRect_.left + ZoPixelsToTwips(pixels.cx);
-    objectRect_.bottom = objectRect_.top + ZoPixelsToTwips(pixels.cy);
     const ZoTextLayoutSettings& settings = richText_->LayoutSettings();
     // Setting the page lays the text out again; most calls change nothing.
     if (settings.pageWidth != pixels.cx || settings.pageHeight != pixels.cy)
@@ -171,7 +168,6 @@ void TeskTextObject::SetPageSize(ZoSize pixels) noexcept {
 }
 
 void TeskTextObject::FitPage(const ZoRect& objectRect) {
-    objectRect_ = objectRect;
     SetPageSize({objectRect.Width() / kZoTwipsPerPixel, objectRect.Height() / kZoTwipsPerPixel});
 }
 
@@ -188,7 +184,9 @@ ZoAutoPtr<TeskObject> TeskTextObject::Clone() const {
 }
 
 void TeskTextObject::PrepareOutput() {
-    outlines_ = std::make_unique<TeskTextOutlines>(richText_->Lines(), objectRect_);
+    // Only the first piece knows the rectangle, and so the page the text
+    // wraps in: the outlines are built there.
+    outlines_.reset();
 }
 
 void TeskTextObject::ReleaseOutput() {
@@ -196,11 +194,9 @@ void TeskTextObject::ReleaseOutput() {
 }
 
 const TeskTextOutlines& TeskTextObject::OutlinesFor(const ZoRect& objectRect) {
-    // Built here too when no PrepareOutput came first: a piece without its
-    // characters would only hide the text.
     if (!outlines_ || outlines_->GetObjectRect() != objectRect) {
         FitPage(objectRect);
-        PrepareOutput();
+        outlines_ = std::make_unique<TeskTextOutlines>(richText_->Lines(), objectRect);
     }
     return *outlines_;
 }

@@ -40,8 +40,9 @@ class TeskTextObject : public TeskObject {
     void SetPageSize(ZoSize pixels) noexcept;
 
     ZoAutoPtr<TeskObject> Clone() const override;
-    /// Builds the glyph outlines that pieces are cut from, for the object
-    /// rectangle last drawn into (pieces for another rectangle rebuild them).
+    /// Start and end a run of pieces. The glyph outlines that pieces are cut
+    /// from are built by the first piece, for its object rectangle, and kept
+    /// until ReleaseOutput or a piece for another rectangle.
     void PrepareOutput() override;
     void ReleaseOutput() override;
     bool CanFillPieces() const override { return true; }
@@ -61,7 +62,7 @@ class TeskTextObject : public TeskObject {
     void VisitFields(TeskFieldVisitor& visitor) override;
 
   private:
-    /// Lays the page out for `objectRect` and remembers it for PrepareOutput.
+    /// Lays the page out for `objectRect`.
     void FitPage(const ZoRect& objectRect);
     /// Replaces the document with an empty one in its default style, on the same page.
     void ResetDocument();
@@ -69,6 +70,5 @@ class TeskTextObject : public TeskObject {
 
     std::shared_ptr<ZoRichText> richText_;
     COLORREF backColour_ = kTransparent;
-    ZoRect objectRect_;
     std::unique_ptr<TeskTextOutlines> outlines_;
 };
