@@ -1,0 +1,117 @@
+#include "app/effect_bar.h"
+
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int32_t kMaxDurationMs = 10000;
+constexpr int32_t kNegativeDurationMs = 100;
+constexpr int32_t kMaxHoldMs = 99900;
+
+int32_t ToMilliseconds(const QDoubleSpinBox* field) {
+    return static_cast<int32_t>(std::lround(field->value() * 1000.0));
+}
+
+void ShowMilliseconds(QDoubleSpinBox* field, int32_t ms) {
+    field->setValue(ms / 1000.0);
+}
+
+QLabel* MakeLabel(const char* text) {
+    return new QLabel(QString::fromUtf8(text));
+}
+
+}  // namespace
+
+TeskEffect::Timing TeskTimingFromFields(const TeskEffect::Timing& current, int32_t durationMs,
+                                        int32_t startHoldMs, int32_t finishHoldMs) noexcept {
+    TeskEffect::Timing timing = current;
+    if (durationMs < 0)
+        durationMs = kNegativeDurationMs;
+    timing.startTime = 0;
+    timing.endTime = std::min(durationMs, kMaxDurationMs);
+    timing.startHold = std::clamp(startHoldMs, 0, kMaxHoldMs);
+    timing.finishHold = std::clamp(finishHoldMs, 0, kMaxHoldMs);
+    return timing;
+}
+
+TeskEffectBar::TeskEffectBar(QWidget* parent) : QWidget(parent) {
+    name_ = new QLabel;
+    name_->setObjectName(QStringLiteral("effectName"));
+    QFont large = name_->font();
+    large.setPointSizeF(large.pointSizeF() * 1.6);
+    large.setBold(true);
+    name_->setFont(large);
+
+    chooser_ = new QComboBox;
+    chooser_->setObjectName(QStringLiteral("effectChooser"));
+    for (int i = 0; i < TeskEffect::GetCount(); ++i)
+        chooser_->addItem(QString::fromStdString(TeskEffect::GetInfo(i).name));
+    duration_ = AddTimeField("duration", kMaxDurationMs / 1000.0);
+    startHold_ = AddTimeField("startHold", kMaxHoldMs / 1000.0);
+    finishHold_ = AddTimeField("finishHold", kMaxHoldMs / 1000.0);
+    auto* help = new QPushButton(QStringLiteral("Effect Help"));
+    help->setObjectName(QStringLiteral("effectHelp"));
+
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(8, 4, 8, 4);
+    grid->addWidget(name_, 0, 0, 2, 1);
+    grid->setColumnStretch(0, 1);
+    grid->addWidget(chooser_, 0, 1, 1, 2);
+    grid->addWidget(help, 0, 3, 1, 2);
+    grid->addWidget(MakeLabel("Duration:"), 1, 1);
+    grid->addWidget(duration_, 1, 2);
+    grid->addWidget(MakeLabel("Hold First/Last Frame:"), 1, 3);
+    grid->addWidget(startHold_, 1, 4);
+    grid->addWidget(finishHold_, 1, 5);
+    grid->addWidget(MakeLabel("secs"), 1, 6);
+
+    connect(chooser_, &QComboBox::activated, this, &TeskEffectBar::effectChosen);
+    connect(help, &QPushButton::clicked, this, &TeskEffectBar::helpRequested);
+}
+
+QDoubleSpinBox* TeskEffectBar::AddTimeField(const char* name, double maximumSeconds) {
+    auto* field = new QDoubleSpinBox;
+    field->setObjectName(QString::fromUtf8(name));
+    field->setDecimals(2);
+    field->setSingleStep(0.1);
+    field->setRange(0.0, maximumSeconds);
+    // Typing changes nothing until the field is left or confirmed, so one
+    // edit becomes one undo step.
+    field->setKeyboardTracking(false);
+    connect(field, &QDoubleSpinBox::valueChanged, this, &TeskEffectBar::timingEdited);
+    return field;
+}
+
+void TeskEffectBar::ShowEffect(const TeskEffect& effect) {
+    const TeskEffectInfo& info = effect.GetInfo();
+    name_->setText(QString::fromStdString(info.name));
+    const QSignalBlocker blockChooser(chooser_);
+    int index = -1;
+    for (int i = 0; i < TeskEffect::GetCount(); ++i) {
+        if (TeskEffect::GetInfo(i).guid == info.guid)
+            index = i;
+    }
+    // A type kept for old projects but not offered shows its name instead.
+    chooser_->setPlaceholderText(QString::fromStdString(info.name));
+    chooser_->setCurrentIndex(index);
+
+    const TeskEffect::Timing& timing = effect.GetTiming();
+    const QSignalBlocker blockDuration(duration_);
+    const QSignalBlocker blockStart(startHold_);
+    const QSignalBlocker blockFinish(finishHold_);
+    ShowMilliseconds(duration_, timing.GetLength());
+    ShowMilliseconds(startHold_, timing.startHold);
+    ShowMilliseconds(finishHold_, timing.finishHold);
+}
+
+TeskEffect::Timing TeskEffectBar::GetTiming(const TeskEffect::Timing& current) const {
+    return TeskTimingFromFields(current, ToMilliseconds(duration_), ToMilliseconds(startHold_),
+                                ToMilliseconds(finishHold_));
+}
