@@ -15,31 +15,23 @@ Matrix Turn(std::size_t i, std::size_t j, double radians) noexcept {
     return m;
 }
 
-// Diagonal `values` for scales, last column `values` for translations.
+// `values` down the diagonal (a scale) or down the last column (a translation).
 template <typename Matrix, std::size_t K>
-Matrix WithDiagonal(const std::array<double, K>& values) noexcept {
+Matrix WithEntries(const std::array<double, K>& values, bool onDiagonal) noexcept {
     Matrix m;
     for (std::size_t i = 0; i < K; ++i)
-        m(i, i) = values[i];
-    return m;
-}
-
-template <typename Matrix, std::size_t K>
-Matrix WithLastColumn(const std::array<double, K>& values) noexcept {
-    Matrix m;
-    for (std::size_t i = 0; i < K; ++i)
-        m(i, K) = values[i];
+        m(i, onDiagonal ? i : K) = values[i];
     return m;
 }
 
 }  // namespace
 
 TeskMatrix4 TeskMatrix4::Translation(double tx, double ty, double tz) noexcept {
-    return WithLastColumn<TeskMatrix4, 3>({tx, ty, tz});
+    return WithEntries<TeskMatrix4, 3>({tx, ty, tz}, false);
 }
 
 TeskMatrix4 TeskMatrix4::Scale(double sx, double sy, double sz) noexcept {
-    return WithDiagonal<TeskMatrix4, 3>({sx, sy, sz});
+    return WithEntries<TeskMatrix4, 3>({sx, sy, sz}, true);
 }
 
 TeskMatrix4 TeskMatrix4::RotationX(double radians) noexcept {
@@ -61,11 +53,11 @@ TeskPoint3D TeskMatrix4::Transform(const TeskPoint3D& p) const noexcept {
 }
 
 TeskMatrix3 TeskMatrix3::Translation(double tx, double ty) noexcept {
-    return WithLastColumn<TeskMatrix3, 2>({tx, ty});
+    return WithEntries<TeskMatrix3, 2>({tx, ty}, false);
 }
 
 TeskMatrix3 TeskMatrix3::Scale(double sx, double sy) noexcept {
-    return WithDiagonal<TeskMatrix3, 2>({sx, sy});
+    return WithEntries<TeskMatrix3, 2>({sx, sy}, true);
 }
 
 TeskMatrix3 TeskMatrix3::Rotation(double radians) noexcept {

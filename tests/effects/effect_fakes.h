@@ -6,6 +6,7 @@
 
 #include "editor/update_hint.h"
 #include "effects/effect.h"
+#include "effects/grid_effect.h"
 #include "objects/field_visitor.h"
 #include "objects/object.h"
 
@@ -75,5 +76,18 @@ class FieldDump : public TeskFieldVisitor {
     }
     std::string prefix_;
 };
+
+/// Gives `effect` a grid of `gridType` with `across` × `down` cells instead of
+/// the automatic choice.
+inline void SetFixedGrid(TeskGridEffect& effect, int32_t gridType, int32_t across, int32_t down,
+                         bool roundMovedPoints = false) {
+    TeskGridEffect::GridSettings settings;
+    settings.chooseGrid = false;
+    settings.gridType = gridType;
+    settings.across = across;
+    settings.down = down;
+    settings.roundMovedPoints = roundMovedPoints;
+    effect.SetGridSettings(settings, nullptr);
+}
 
 }  // namespace effect_test

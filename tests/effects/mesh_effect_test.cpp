@@ -1,29 +1,20 @@
+// The mesh and grid bases: pieces placed by affine maps, grids from the settings.
 #include "effects/mesh_effect.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
+#include "effect_fakes.h"
+#include "effects/wave_effect.h"
 #include "flash/swf_frame.h"
-#include "flash/swf_shape.h"
 #include "geometry/grid_triangulation.h"
+#include "geometry/mesh_checks.h"
 #include "media/swf_movie.h"
 #include "objects/solid_object.h"
 #include "platform/zo_random.h"
 
 namespace {
 
-using ZoFlash::ZoFMatrixRecord;
-using ZoFlash::ZoSWFFrame;
 using ZoFlash::ZoSWFTransformation;
-using MeshTriangleList = TeskMeshEffect::MeshTriangleList;
-
-// Where the player puts `p` under a written matrix.
-std::pair<double, double> Apply(const ZoFMatrixRecord& m, ZoPoint p) {
-    const double a = m.scaleX.raw / 65536.0, d = m.scaleY.raw / 65536.0;
-    const double b = m.rotateSkew1.raw / 65536.0, c = m.rotateSkew0.raw / 65536.0;
-    return {a * p.x + b * p.y + m.translateX.value, c * p.x + d * p.y + m.translateY.value};
-}
 
 ZoSWFTransformation Transform(const TeskTriangle& p, const TeskTriangle& q) {
     ZoSWFTransformation t;
@@ -31,62 +22,36 @@ ZoSWFTransformation Transform(const TeskTriangle& p, const TeskTriangle& q) {
     return t;
 }
 
-struct Mesh {
-    TeskSWFMovie movie;
-    TeskSolidObject object{0x0000FF};
-    MeshTriangleList list;
-};
-
-// A 2 × 1 NWSE grid over `rect`: four triangles at depths 100 to 103.
-void BuildGrid(Mesh& mesh, const ZoRect& rect, double expand, bool roundPoints) {
-    TeskGridTriangulation grid;
-    grid.SetAcross(2);
-    grid.SetDown(1);
-    TeskMeshEffect::BuildMeshTriangles(mesh.list, mesh.movie, mesh.object, rect, grid, 0, expand,
-                                       roundPoints, 100);
-}
-
 TEST(MeshEffectTest, TriangleTransformOfUnmovedAndShiftedTriangles) {
     const TeskTriangle rest{{{0, 0}, {1000, 0}, {1000, 700}}};
-    const ZoSWFTransformation same = Transform(rest, rest);
-    EXPECT_TRUE(same.ToRecord().IsIdentity());
-    EXPECT_DOUBLE_EQ(same.Tx(), 0.0);
-
+    EXPECT_TRUE(Transform(rest, rest).ToRecord().IsIdentity());
     const ZoSWFTransformation shifted = Transform(rest, {{{200, 0}, {1200, 0}, {1200, 700}}});
-    EXPECT_DOUBLE_EQ(shifted.A(), 1.0);
-    EXPECT_DOUBLE_EQ(shifted.B(), 0.0);
-    EXPECT_DOUBLE_EQ(shifted.C(), 0.0);
-    EXPECT_DOUBLE_EQ(shifted.D(), 1.0);
-    EXPECT_DOUBLE_EQ(shifted.Tx(), 200.0);
-    EXPECT_DOUBLE_EQ(shifted.Ty(), 0.0);
-
-    ZoSWFTransformation untouched;
-    untouched.SetTranslate(5, 5);
-    EXPECT_FALSE(TeskMeshEffect::TriangleTransform(untouched, {0, 0}, {0, 0}, {10, 10}, {1, 0},
-                                                   {20, 20}, {0, 1}));
-    EXPECT_DOUBLE_EQ(untouched.Tx(), 5.0);
+    EXPECT_EQ(std::vector<double>(
+                  {shifted.A(), shifted.B(), shifted.C(), shifted.D(), shifted.Tx(), shifted.Ty()}),
+              std::vector<double>({1, 0, 0, 1, 200, 0}));
 }
 
 TEST(MeshEffectTest, WrittenMapsCarryRestCornersOntoMovedCornersSeed3) {
     ZoMsvcRandom random(3);
     auto coordinate = [&] { return random.Next() % 8000 - 1000; };
-    int checked = 0;
-    while (checked < 1000) {
+    for (int checked = 0; checked < 1000;) {
         const TeskTriangle rest{{{coordinate(), coordinate()},
                                  {coordinate(), coordinate()},
                                  {coordinate(), coordinate()}}};
         const auto& [a, b, c] = rest;
-        const int64_t twiceArea =
-            int64_t{b.x - a.x} * (c.y - b.y) - int64_t{b.y - a.y} * (c.x - b.x);
-        if (twiceArea < 200000)  // clockwise and no sliver, like a mesh triangle
-            continue;
+        if (int64_t{b.x - a.x} * (c.y - b.y) - int64_t{b.y - a.y} * (c.x - b.x) < 200000)
+            continue;  // clockwise and no sliver, like a mesh triangle
         TeskTriangle moved = rest;
         for (ZoPoint& p : moved)
             p = {p.x + random.Next() % 2000 - 1000, p.y + random.Next() % 2000 - 1000};
-        const ZoFMatrixRecord record = Transform(rest, moved).ToRecord();
+        // As the player applies the rounded record.
+        const ZoFlash::ZoFMatrixRecord m = Transform(rest, moved).ToRecord();
         for (int k = 0; k < 3; ++k) {
-            const auto [x, y] = Apply(record, rest[k]);
-            // Half a twip from the translation, a little more from 16.16 terms.
+            const ZoPoint p = rest[k];
+            const double x = (m.scaleX.raw * p.x + m.rotateSkew1.raw * double(p.y)) / 65536.0 +
+                             m.translateX.value;
+            const double y = (m.rotateSkew0.raw * p.x + m.scaleY.raw * double(p.y)) / 65536.0 +
+                             m.translateY.value;
             EXPECT_NEAR(x, moved[k].x, 0.75) << checked;
             EXPECT_NEAR(y, moved[k].y, 0.75) << checked;
         }
@@ -94,61 +59,60 @@ TEST(MeshEffectTest, WrittenMapsCarryRestCornersOntoMovedCornersSeed3) {
     }
 }
 
-TEST(MeshEffectTest, BuildsOneEnlargedShapePerTriangleAtItsRestPlace) {
-    Mesh mesh;
-    BuildGrid(mesh, {0, 0, 1001, 500}, 20.0, false);
-    ASSERT_EQ(mesh.list.size(), 4u);
-    const TeskTriangle firstRest{{{0, 0}, {500, 0}, {500, 500}}};
-    EXPECT_EQ(mesh.list[0].restCorners, firstRest);  // 500.5 truncated
-    for (size_t i = 0; i < mesh.list.size(); ++i) {
-        const TeskMeshEffect::MeshTriangle& t = mesh.list[i];
-        EXPECT_EQ(t.corners, t.restCorners);
-        EXPECT_EQ(t.restDepth, 100 + static_cast<int32_t>(i));
-        EXPECT_EQ(t.depth, t.restDepth);
-        EXPECT_TRUE(t.colourTransformation.ToRecord().IsIdentity());
-    }
-    // Pushed out over the inner edges, cut off at the object's border.
-    const auto* shape = dynamic_cast<const ZoFlash::ZoSWFShape*>(mesh.list[0].shape.Get());
-    ASSERT_NE(shape, nullptr);
-    const ZoRect bounds = shape->GetBounds();
-    EXPECT_EQ(bounds.left, 0);
-    EXPECT_EQ(bounds.top, 0);
-    EXPECT_EQ(bounds.right, 520);
-    EXPECT_EQ(bounds.bottom, 500);
-
-    Mesh rounded;
-    BuildGrid(rounded, {0, 0, 1001, 500}, 7.0, true);
-    const auto* snapped = dynamic_cast<const ZoFlash::ZoSWFShape*>(rounded.list[0].shape.Get());
-    EXPECT_EQ(snapped->GetBounds().right, 500);  // 507 snaps back to the pixel
+TEST(MeshEffectTest, PlacesPiecesAtTheirDepthsAndLeavesHiddenOnesOut) {
+    TeskSWFMovie movie;
+    TeskSolidObject object;
+    TeskGridTriangulation grid;  // 2 × 1 cells: four triangles
+    grid.SetAcross(2);
+    grid.SetDown(1);
+    TeskMeshEffect::MeshTriangleList mesh;
+    TeskMeshEffect::BuildMeshTriangles(mesh, movie, object, {0, 0, 1001, 500}, grid, 0, 20.0, 100);
+    ASSERT_EQ(mesh.size(), 4u);
+    EXPECT_EQ(mesh[1].restCorners, (TeskTriangle{{{0, 0}, {500, 500}, {0, 500}}}));  // truncated
+    for (ZoPoint& p : mesh[1].corners)
+        p = {p.x + 33, p.y - 7};
+    mesh[2].depth = 0;
+    ZoFlash::ZoSWFFrame frame, snapped;
+    TeskMeshEffect::PlaceMeshTriangles(mesh, frame);
+    TeskMeshEffect::PlaceMeshTriangles(mesh, snapped, true);
+    const auto placed = frame.GetPlacements();
+    ASSERT_EQ(placed.size(), 3u);
+    EXPECT_EQ(std::vector<int>({placed[0].depth, placed[1].depth, placed[2].depth}),
+              std::vector<int>({100, 101, 103}));
+    EXPECT_EQ(placed[1].matrix.translateX.value, 33);
+    EXPECT_EQ(snapped.GetPlacements()[1].matrix.translateX.value, 40);  // whole pixels
+    EXPECT_EQ(snapped.GetPlacements()[1].matrix.translateY.value, 0);
 }
 
-TEST(MeshEffectTest, PlacesTrianglesWithDepthsAndSkipsHiddenOnesForOneFrame) {
-    Mesh mesh;
-    BuildGrid(mesh, {0, 0, 1000, 500}, 20.0, false);
-    for (ZoPoint& p : mesh.list[1].corners)
-        p = {p.x + 33, p.y - 7};
-    mesh.list[2].depth = 0;
-    mesh.list[3].colourTransformation.SetScale(0.5, 0.5, 0.5, 1.0);
-    ZoSWFFrame hidden;
-    TeskMeshEffect::PlaceMeshTriangles(mesh.list, hidden);
-    const auto placements = hidden.GetPlacements();
-    ASSERT_EQ(placements.size(), 3u);
-    EXPECT_EQ(placements[0].depth, 100);
-    EXPECT_TRUE(placements[0].matrix.IsIdentity());
-    EXPECT_EQ(placements[1].depth, 101);
-    EXPECT_EQ(placements[1].matrix.translateX.value, 33);
-    EXPECT_EQ(placements[1].matrix.translateY.value, -7);
-    EXPECT_EQ(placements[2].depth, 103);
-    EXPECT_EQ(placements[2].cxform.redMult, 128);
-    EXPECT_EQ(placements[2].object.Get(), mesh.list[3].shape.Get());
+TEST(GridEffectTest, BudgetsDivisorsAndFixedGridLimits) {
+    TeskWaveEffect wave;
+    ZoAutoPtr<TeskTriangulation> grid;
+    wave.BuildTriangulation({0, 0, 100, 100}, grid);
+    EXPECT_EQ(grid->GetTriangleCount(), 50);
+    wave.BuildTriangulation({0, 0, 100, 100}, grid, 45, 10);  // 50 / 10 raised to 8
+    EXPECT_EQ(grid->GetTriangleCount(), 8);
+    effect_test::SetFixedGrid(wave, TeskGridEffect::kRectangularNESW, 60, 3);
+    wave.BuildTriangulation({0, 0, 100, 100}, grid);
+    EXPECT_EQ(wave.GetGridSettings().across, 50);  // clamped in the settings themselves
+    EXPECT_EQ(grid->GetTriangleCount(), 300);
+}
 
-    mesh.list[2].depth = mesh.list[2].restDepth;
-    ZoSWFFrame next;
-    TeskMeshEffect::PlaceMeshTriangles(mesh.list, next, true);
-    ASSERT_EQ(next.GetPlacements().size(), 4u);
-    // Snapped to whole pixels: 33 → 40, −7 → 0.
-    EXPECT_EQ(next.GetPlacements()[1].matrix.translateX.value, 40);
-    EXPECT_EQ(next.GetPlacements()[1].matrix.translateY.value, 0);
+TEST(GridEffectTest, AutomaticGridsTileTheSquareWithinBudgetSeed11) {
+    ZoMsvcRandom random(11);
+    for (int i = 0; i < 300; ++i) {
+        const ZoRect rect{0, 0, 20 + random.Next() % 16000, 20 + random.Next() % 16000};
+        TeskGridEffect::GridSettings settings;
+        settings.maxTriangles = 10 + random.Next() % 191;
+        const int32_t angle = random.Next() % 720 - 360;
+        TeskWaveEffect wave;
+        wave.SetGridSettings(settings, nullptr);
+        ZoAutoPtr<TeskTriangulation> grid;
+        wave.BuildTriangulation(rect, grid, angle);
+        SCOPED_TRACE(testing::Message() << rect.Width() << " x " << rect.Height() << ", budget "
+                                        << settings.maxTriangles << ", angle " << angle);
+        EXPECT_LE(grid->GetTriangleCount(), settings.maxTriangles);
+        EXPECT_TRUE(vimbo_test::TilesUnitSquare(*grid, 0));
+    }
 }
 
 }  // namespace

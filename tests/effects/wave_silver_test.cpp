@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 
+#include "effect_fakes.h"
 #include "effects/wave_effect.h"
 #include "flash/swf_sequence.h"
 #include "media/swf_movie.h"
@@ -58,26 +59,15 @@ std::string Record(TeskWaveEffect& wave, int32_t lengthMs) {
     return text;
 }
 
-void SetGrid(TeskWaveEffect& wave, int32_t gridType, int32_t across, int32_t down,
-             bool roundMovedPoints) {
-    TeskGridEffect::GridSettings grid;
-    grid.chooseGrid = false;
-    grid.gridType = gridType;
-    grid.across = across;
-    grid.down = down;
-    grid.roundMovedPoints = roundMovedPoints;
-    wave.SetGridSettings(grid, nullptr);
-}
-
 TEST(WaveSilverTest, ContinuousWaveWithDefaultLight) {
     TeskWaveEffect wave;
-    SetGrid(wave, TeskGridEffect::kRectangularNWSE, 2, 2, false);
+    effect_test::SetFixedGrid(wave, TeskGridEffect::kRectangularNWSE, 2, 2, false);
     EXPECT_TRUE(effect_test::MatchesSilver("wave_continuous.txt", Record(wave, 500)));
 }
 
 TEST(WaveSilverTest, PulseOnATriangularGridWithColouredLight) {
     TeskWaveEffect wave;
-    SetGrid(wave, TeskGridEffect::kTriangular, 3, 2, true);
+    effect_test::SetFixedGrid(wave, TeskGridEffect::kTriangular, 3, 2, true);
     wave.SetWaveStyle(TeskWaveEffect::kPulse, nullptr);
     wave.SetDirection(200, nullptr);
     wave.SetAmplitude(300, nullptr);
