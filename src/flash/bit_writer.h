@@ -31,24 +31,40 @@ class ZoFBitWriter {
     ZoFBitWriter(const ZoFBitWriter&) = delete;
     ZoFBitWriter& operator=(const ZoFBitWriter&) = delete;
 
+    /// `bits` from 0 to 32.
     void PutUnsigned(uint32_t value, int bits) {
-        // Placements are written by the hundred thousand; this stays inline.
+        // Placements are written by the hundred thousand: fields gather in a
+        // word and whole bytes in a small array, which reaches the buffer in
+        // one piece.
+        if (pendingBits_ > 32)
+            SpillWord();
         pending_ = (pending_ << bits) | (value & ((uint64_t{1} << bits) - 1));
         pendingBits_ += bits;
-        while (pendingBits_ >= 8) {
-            pendingBits_ -= 8;
-            out_.PutU8(static_cast<uint8_t>(pending_ >> pendingBits_));
-        }
     }
     void PutSigned(int32_t value, int bits) { PutUnsigned(static_cast<uint32_t>(value), bits); }
     void PutFlag(bool flag) { PutUnsigned(flag ? 1 : 0, 1); }
-    /// Writes any partial byte, zero padded.
+    /// Writes any partial byte, zero padded, and hands everything over.
     void Flush();
 
   private:
+    void MakeRoom(size_t bytes) {
+        if (ready_ + bytes > sizeof(bytes_)) {
+            out_.PutBytes({bytes_, ready_});
+            ready_ = 0;
+        }
+    }
+    void SpillWord() {
+        MakeRoom(4);
+        const auto word = static_cast<uint32_t>(pending_ >> (pendingBits_ - 32));
+        for (int shift = 24; shift >= 0; shift -= 8)
+            bytes_[ready_++] = static_cast<uint8_t>(word >> shift);
+        pendingBits_ -= 32;
+    }
     ZoFByteBuffer& out_;
     uint64_t pending_ = 0;
     int pendingBits_ = 0;
+    uint8_t bytes_[32];
+    size_t ready_ = 0;  // whole bytes waiting in bytes_
 };
 
 }  // namespace ZoFlash

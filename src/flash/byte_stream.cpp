@@ -3,99 +3,115 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/zo_exception.h"
+
 namespace ZoFlash {
+namespace {
+
+std::span<const uint8_t> LittleEndian(uint8_t (&out)[4], uint32_t v, size_t size) noexcept {
+    for (size_t i = 0; i < size; ++i)
+        out[i] = static_cast<uint8_t>(v >> (8 * i));
+    return {out, size};
+}
+
+}  // namespace
 
 void ZoFMemorySink::Append(std::span<const uint8_t> bytes) {
     bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
 }
 
-void ZoFByteBuffer::PutU16(uint16_t v) {
-    bytes_.push_back(static_cast<uint8_t>(v));
-    bytes_.push_back(static_cast<uint8_t>(v >> 8));
+void ZoFMemorySink::Overwrite(size_t offset, std::span<const uint8_t> bytes) {
+    if (offset > bytes_.size() || bytes.size() > bytes_.size() - offset)
+        throw ZoException("Bytes beyond the end of a memory sink cannot be overwritten.");
+    std::copy(bytes.begin(), bytes.end(), bytes_.begin() + static_cast<ptrdiff_t>(offset));
 }
 
 void ZoFByteBuffer::PutU32(uint32_t v) {
-    PutU16(static_cast<uint16_t>(v));
-    PutU16(static_cast<uint16_t>(v >> 16));
-}
-
-void ZoFByteBuffer::PutBytes(std::span<const uint8_t> bytes) {
-    bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
+    uint8_t b[4];
+    PutBytes(LittleEndian(b, v, 4));
 }
 
 void ZoFByteBuffer::PutString(std::string_view text) {
-    bytes_.insert(bytes_.end(), text.begin(), text.end());
-    bytes_.push_back(0);
+    PutBytes({reinterpret_cast<const uint8_t*>(text.data()), text.size()});
+    PutU8(0);
 }
 
 void ZoFByteBuffer::PatchU16(size_t offset, uint16_t v) {
-    bytes_.at(offset + 1) = static_cast<uint8_t>(v >> 8);
-    bytes_[offset] = static_cast<uint8_t>(v);
+    if (offset > size_ || size_ - offset < 2)
+        throw ZoException("Bytes beyond the end of a buffer cannot be patched.");
+    uint8_t b[4];
+    std::memcpy(data_.get() + offset, LittleEndian(b, v, 2).data(), 2);
 }
 
 void ZoFByteBuffer::PatchU32(size_t offset, uint32_t v) {
-    bytes_.at(offset + 3) = static_cast<uint8_t>(v >> 24);
-    for (int i = 0; i < 3; ++i)
-        bytes_[offset + i] = static_cast<uint8_t>(v >> (8 * i));
+    if (offset > size_ || size_ - offset < 4)
+        throw ZoException("Bytes beyond the end of a buffer cannot be patched.");
+    uint8_t b[4];
+    std::memcpy(data_.get() + offset, LittleEndian(b, v, 4).data(), 4);
 }
 
-ZoFFileStream::ZoFFileStream() = default;
-
-void ZoFFileStream::PutU8(uint8_t v) {
-    PutBytes(std::span<const uint8_t>(&v, 1));
+void ZoFByteBuffer::Reserve(size_t size) {
+    if (size <= capacity_)
+        return;
+    auto data = std::make_unique_for_overwrite<uint8_t[]>(size);
+    if (size_ > 0)
+        std::memcpy(data.get(), data_.get(), size_);
+    data_ = std::move(data);
+    capacity_ = size;
 }
 
-void ZoFFileStream::PutU16(uint16_t v) {
-    const uint8_t b[2] = {static_cast<uint8_t>(v), static_cast<uint8_t>(v >> 8)};
-    PutBytes(b);
+void ZoFByteBuffer::Grow(size_t more) {
+    Reserve(std::max({size_ + more, 2 * capacity_, size_t{64}}));
 }
+
+ZoFFileStream::ZoFFileStream(ZoFByteSink& sink)
+    : sink_(sink), buffer_(std::make_unique_for_overwrite<uint8_t[]>(kBufferSize)) {}
 
 void ZoFFileStream::PutU32(uint32_t v) {
-    const uint8_t b[4] = {static_cast<uint8_t>(v), static_cast<uint8_t>(v >> 8),
-                          static_cast<uint8_t>(v >> 16), static_cast<uint8_t>(v >> 24)};
-    PutBytes(b);
+    uint8_t b[4];
+    PutBytes(LittleEndian(b, v, 4));
 }
 
-void ZoFFileStream::PutBytes(std::span<const uint8_t> bytes) {
-    const size_t used = size_ % kChunkSize;
-    if (used != 0 && bytes.size() <= kChunkSize - used) {
-        // Most tags are a few bytes and fit the chunk in hand.
-        std::copy(bytes.begin(), bytes.end(), chunks_.back().get() + used);
-        size_ += bytes.size();
+void ZoFFileStream::PutLarge(std::span<const uint8_t> bytes) {
+    Flush();
+    if (bytes.size() >= kBufferSize) {
+        // Pictures go to the sink as they are, without a detour.
+        sink_.Append(bytes);
+        sent_ += bytes.size();
         return;
     }
-    while (!bytes.empty()) {
-        const size_t offset = size_ % kChunkSize;
-        if (offset == 0 && size_ / kChunkSize == chunks_.size())
-            chunks_.push_back(std::make_unique_for_overwrite<uint8_t[]>(kChunkSize));
-        const size_t n = std::min(bytes.size(), kChunkSize - offset);
-        std::memcpy(chunks_[size_ / kChunkSize].get() + offset, bytes.data(), n);
-        size_ += n;
-        bytes = bytes.subspan(n);
-    }
+    std::memcpy(buffer_.get(), bytes.data(), bytes.size());
+    used_ = bytes.size();
 }
 
-void ZoFFileStream::PatchByte(size_t offset, uint8_t v) {
-    chunks_.at(offset / kChunkSize)[offset % kChunkSize] = v;
+void ZoFFileStream::Flush() {
+    if (used_ == 0)
+        return;
+    sink_.Append(std::span<const uint8_t>(buffer_.get(), used_));
+    sent_ += used_;
+    used_ = 0;
+}
+
+void ZoFFileStream::Patch(size_t offset, std::span<const uint8_t> bytes) {
+    if (offset > Size() || bytes.size() > Size() - offset)
+        throw ZoException("Bytes beyond the end of an SWF stream cannot be patched.");
+    if (offset < sent_) {
+        const size_t n = std::min(bytes.size(), sent_ - offset);
+        sink_.Overwrite(offset, bytes.first(n));
+        bytes = bytes.subspan(n);
+        offset += n;
+    }
+    std::memcpy(buffer_.get() + (offset - sent_), bytes.data(), bytes.size());
 }
 
 void ZoFFileStream::PatchU16(size_t offset, uint16_t v) {
-    PatchByte(offset, static_cast<uint8_t>(v));
-    PatchByte(offset + 1, static_cast<uint8_t>(v >> 8));
+    uint8_t b[4];
+    Patch(offset, LittleEndian(b, v, 2));
 }
 
 void ZoFFileStream::PatchU32(size_t offset, uint32_t v) {
-    for (int i = 0; i < 4; ++i)
-        PatchByte(offset + i, static_cast<uint8_t>(v >> (8 * i)));
-}
-
-void ZoFFileStream::CopyTo(ZoFByteSink& sink) const {
-    size_t left = size_;
-    for (const auto& chunk : chunks_) {
-        const size_t n = std::min(left, kChunkSize);
-        sink.Append(std::span<const uint8_t>(chunk.get(), n));
-        left -= n;
-    }
+    uint8_t b[4];
+    Patch(offset, LittleEndian(b, v, 4));
 }
 
 }  // namespace ZoFlash

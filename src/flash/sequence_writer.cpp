@@ -12,43 +12,52 @@ bool SameName(const char* a, const char* b) noexcept {
     return a == b || (a && b && std::strcmp(a, b) == 0);
 }
 
-template <typename Entry>
-bool SameCharacterSlot(const Entry& a, const Entry& b) noexcept {
-    // ClipDepth and the name can only be given when a character is created.
-    return a.placement->object.Get() == b.placement->object.Get() &&
-           a.placement->clipDepth == b.placement->clipDepth && SameName(a.name, b.name);
+bool SameBytes(std::span<const uint8_t> a, std::span<const uint8_t> b) noexcept {
+    return std::ranges::equal(a, b);
 }
 
-template <typename Entry>
-bool ShowsSame(const Entry& a, const Entry& b) noexcept {
-    const ZoSWFPlacement& x = *a.placement;
-    const ZoSWFPlacement& y = *b.placement;
-    return &x == &y || (SameCharacterSlot(a, b) && x.matrix == y.matrix && x.cxform == y.cxform &&
-                        x.ratio == y.ratio);
+bool SameCharacterSlot(const ZoSWFEncodedPlacement& a, const ZoSWFEncodedPlacement& b) noexcept {
+    // ClipDepth and the name can only be given when a character is created.
+    return a.object == b.object && a.clipDepth == b.clipDepth && SameName(a.name, b.name);
+}
+
+bool ShowsSame(const ZoSWFEncodedPlacement& a, const ZoSWFEncodedPlacement& b) noexcept {
+    // Equal records are equal bytes: each value has one shortest encoding.
+    return SameCharacterSlot(a, b) && SameBytes(a.matrix, b.matrix) &&
+           SameBytes(a.cxform, b.cxform) && a.ratio == b.ratio;
+}
+
+bool IsIdentityCxform(std::span<const uint8_t> cxform) noexcept {
+    return (cxform[0] & 0xC0) == 0;  // neither add nor multiply terms
 }
 
 }  // namespace
 
 void ZoFSequenceWriter::DefineCharacters(const ZoSWFFrame& frame) {
-    for (const ZoSWFPlacement& p : frame.GetPlacements())
-        file_.Define(*p.object);
+    for (size_t i = 0; i < frame.GetPlacementCount(); ++i)
+        file_.Define(*frame.GetEncodedPlacement(i).object);
 }
 
 void ZoFSequenceWriter::WriteFrame(const ZoSWFFrame& frame) {
+    // The tags gather in one buffer and leave together: a frame is a few
+    // hundred tags of a few bytes each.
+    tags_.Clear();
     CollectFrame(frame);
     MergePermanents();
     EmitDifferences();
     EmitActions(frame);
-    out_.PutTag(ZoFTagCode::kShowFrame, {});
+    ZoWriteTagHeader(tags_, ZoFTagCode::kShowFrame, 0);
+    out_.PutFrame(tags_.Bytes());
     shown_.swap(next_);
 }
 
 void ZoFSequenceWriter::CollectFrame(const ZoSWFFrame& frame) {
     placed_.clear();
     bool ascending = true;
-    for (const ZoSWFPlacement& p : frame.GetPlacements()) {
+    for (size_t i = 0; i < frame.GetPlacementCount(); ++i) {
+        const ZoSWFEncodedPlacement p = frame.GetEncodedPlacement(i);
         ascending = ascending && (placed_.empty() || placed_.back().depth < p.depth);
-        placed_.push_back({p.depth, &p, frame.GetName(p)});
+        placed_.push_back({&frame, static_cast<uint32_t>(i), p.depth, p.permanent});
     }
     if (ascending)
         return;
@@ -79,7 +88,7 @@ void ZoFSequenceWriter::MergePermanents() {
         if (perm != permanents_.end() && perm->depth == own.depth)
             ++perm;
         next_.push_back(own);
-        if (own.placement->permanent)
+        if (own.permanent)
             scratch_.push_back(own);
     }
     for (; perm != permanents_.end(); ++perm) {
@@ -97,66 +106,72 @@ void ZoFSequenceWriter::EmitDifferences() {
             EmitRemove(before->depth);
             ++before;
         } else if (before == shown_.end() || now->depth < before->depth) {
-            EmitPlace(*now);
+            EmitPlace(now->Read());
             ++now;
         } else {
-            if (!ShowsSame(*before, *now)) {
-                if (SameCharacterSlot(*before, *now)) {
-                    EmitMove(*before->placement, *now->placement);
-                } else {
-                    EmitRemove(now->depth);
-                    EmitPlace(*now);
-                }
-            }
+            EmitChange(*before, *now);
             ++before;
             ++now;
         }
     }
 }
 
-void ZoFSequenceWriter::EmitPlace(const Entry& entry) {
-    const ZoSWFPlacement& now = *entry.placement;
+void ZoFSequenceWriter::EmitChange(const Entry& before, const Entry& now) {
+    if (before.frame == now.frame && before.index == now.index)
+        return;  // a permanent placement carried on
+    const ZoSWFEncodedPlacement was = before.Read(), is = now.Read();
+    if (ShowsSame(was, is))
+        return;
+    if (SameCharacterSlot(was, is)) {
+        EmitMove(was, is);
+        return;
+    }
+    EmitRemove(is.depth);
+    EmitPlace(is);
+}
+
+void ZoFSequenceWriter::EmitPlace(const ZoSWFEncodedPlacement& now) {
     ZoFPlaceObject2Record r;
     r.depth = now.depth;
     r.hasCharacter = true;
     r.characterId = static_cast<uint16_t>(now.object->GetCharacterID());
-    r.hasMatrix = true;
     r.matrix = now.matrix;
-    r.hasCxform = !now.cxform.IsIdentity();
-    r.cxform = now.cxform;
+    if (!IsIdentityCxform(now.cxform))
+        r.cxform = now.cxform;
     r.hasRatio = now.ratio >= 0;
     r.ratio = static_cast<uint16_t>(now.ratio);
-    r.name = entry.name;
+    r.name = now.name;
     r.hasClipDepth = now.clipDepth > 0;
     r.clipDepth = now.clipDepth;
-    body_.Clear();
-    ZoWritePlaceObject2Body(body_, r);
-    out_.PutTag(ZoFTagCode::kPlaceObject2, body_.Bytes());
+    EmitPlaceObject2(r);
 }
 
-void ZoFSequenceWriter::EmitMove(const ZoSWFPlacement& before, const ZoSWFPlacement& now) {
+void ZoFSequenceWriter::EmitMove(const ZoSWFEncodedPlacement& before,
+                                 const ZoSWFEncodedPlacement& now) {
     // Fields left out keep their values on the player's display list.
     ZoFPlaceObject2Record r;
     r.move = true;
     r.depth = now.depth;
-    r.hasMatrix = !(before.matrix == now.matrix);
-    r.matrix = now.matrix;
-    r.hasCxform = !(before.cxform == now.cxform);
-    r.cxform = now.cxform;
+    if (!SameBytes(before.matrix, now.matrix))
+        r.matrix = now.matrix;
+    if (!SameBytes(before.cxform, now.cxform))
+        r.cxform = now.cxform;
     r.hasRatio = now.ratio >= 0 && now.ratio != before.ratio;
     r.ratio = static_cast<uint16_t>(now.ratio);
     // A ratio cannot be taken back once given, so dropping it changes nothing.
-    if (!r.hasMatrix && !r.hasCxform && !r.hasRatio)
+    if (r.matrix.empty() && r.cxform.empty() && !r.hasRatio)
         return;
-    body_.Clear();
-    ZoWritePlaceObject2Body(body_, r);
-    out_.PutTag(ZoFTagCode::kPlaceObject2, body_.Bytes());
+    EmitPlaceObject2(r);
+}
+
+void ZoFSequenceWriter::EmitPlaceObject2(const ZoFPlaceObject2Record& record) {
+    ZoWriteTagHeader(tags_, ZoFTagCode::kPlaceObject2, ZoPlaceObject2BodySize(record));
+    ZoWritePlaceObject2Body(tags_, record);
 }
 
 void ZoFSequenceWriter::EmitRemove(uint16_t depth) {
-    body_.Clear();
-    body_.PutU16(depth);
-    out_.PutTag(ZoFTagCode::kRemoveObject2, body_.Bytes());
+    ZoWriteTagHeader(tags_, ZoFTagCode::kRemoveObject2, 2);
+    tags_.PutU16(depth);
 }
 
 void ZoFSequenceWriter::EmitActions(const ZoSWFFrame& frame) {
@@ -166,7 +181,7 @@ void ZoFSequenceWriter::EmitActions(const ZoSWFFrame& frame) {
     if (frame.IsStopFrame())
         ZoFActionRecord(kZoActionStop).Write(body_);
     frame.GetActions().Write(body_);
-    out_.PutTag(ZoFTagCode::kDoAction, body_.Bytes());
+    ZoWriteTag(tags_, ZoFTagCode::kDoAction, body_.Bytes());
 }
 
 }  // namespace ZoFlash

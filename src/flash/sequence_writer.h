@@ -13,19 +13,20 @@ namespace ZoFlash {
 
 class ZoSWFFile;
 
-/// Where control tags go: the movie's file or a sprite's body.
+/// Where the control tags of each frame go: the movie's file or a sprite's
+/// body. They come a frame at a time, ShowFrame last.
 class ZoFTagOutput {
   public:
     virtual ~ZoFTagOutput() = default;
-    virtual void PutTag(ZoFTagCode code, std::span<const uint8_t> body) = 0;
+    virtual void PutFrame(std::span<const uint8_t> tags) = 0;
 };
 
-/// A ZoFTagOutput that hands each tag to `put(code, body)`.
+/// A ZoFTagOutput that hands each frame's tags to `put(tags)`.
 template <typename Put>
 class ZoFTagOutputOf : public ZoFTagOutput {
   public:
     explicit ZoFTagOutputOf(Put put) : put_(std::move(put)) {}
-    void PutTag(ZoFTagCode code, std::span<const uint8_t> body) override { put_(code, body); }
+    void PutFrame(std::span<const uint8_t> tags) override { put_(tags); }
 
   private:
     Put put_;
@@ -47,16 +48,21 @@ class ZoFSequenceWriter {
     void ForgetPermanents() noexcept { permanents_.clear(); }
 
   private:
+    // Placement `index` of `frame`, which outlives the writing.
     struct Entry {
+        const ZoSWFFrame* frame;
+        uint32_t index;
         uint16_t depth;
-        const ZoSWFPlacement* placement;
-        const char* name;  // null: none
+        bool permanent;
+        ZoSWFEncodedPlacement Read() const noexcept { return frame->GetEncodedPlacement(index); }
     };
     void CollectFrame(const ZoSWFFrame& frame);
     void MergePermanents();
     void EmitDifferences();
-    void EmitPlace(const Entry& now);
-    void EmitMove(const ZoSWFPlacement& before, const ZoSWFPlacement& now);
+    void EmitChange(const Entry& before, const Entry& now);
+    void EmitPlace(const ZoSWFEncodedPlacement& now);
+    void EmitMove(const ZoSWFEncodedPlacement& before, const ZoSWFEncodedPlacement& now);
+    void EmitPlaceObject2(const ZoFPlaceObject2Record& record);
     void EmitRemove(uint16_t depth);
     void EmitActions(const ZoSWFFrame& frame);
 
@@ -67,6 +73,7 @@ class ZoFSequenceWriter {
     std::vector<Entry> placed_;      // this frame's own placements, by depth
     std::vector<Entry> next_;        // this frame's display list
     std::vector<Entry> scratch_;
+    ZoFByteBuffer tags_;  // the frame being written
     ZoFByteBuffer body_;
 };
 

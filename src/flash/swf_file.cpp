@@ -14,15 +14,6 @@ constexpr size_t kLengthOffset = 4;
 
 std::atomic<uint64_t> gNextFileSerial{1};
 
-class AtomicFileSink : public ZoFByteSink {
-  public:
-    explicit AtomicFileSink(ZoAtomicFile& file) : file_(file) {}
-    void Append(std::span<const uint8_t> bytes) override { file_.Write(bytes); }
-
-  private:
-    ZoAtomicFile& file_;
-};
-
 }  // namespace
 
 ZoFFile::ZoFFile() = default;
@@ -39,19 +30,19 @@ bool ZoFFile::OpenWriteFile(const char* path, bool overwrite) {
     if (!path || !*path || (!overwrite && std::filesystem::exists(path, error)))
         return false;
     path_ = path;
-    sink_ = nullptr;
-    Begin();
+    fileBytes_ = std::make_unique<ZoFMemorySink>();
+    Begin(*fileBytes_);
     return true;
 }
 
 void ZoFFile::OpenWriteSink(ZoFByteSink& sink) {
     path_.clear();
-    sink_ = &sink;
-    Begin();
+    fileBytes_.reset();
+    Begin(sink);
 }
 
-void ZoFFile::Begin() {
-    stream_ = std::make_unique<ZoFFileStream>();
+void ZoFFile::Begin(ZoFByteSink& sink) {
+    stream_ = std::make_unique<ZoFFileStream>(sink);
     frameCount_ = 0;
     const uint8_t signature[4] = {'F', 'W', 'S', kZoSWFVersion};
     stream_->PutBytes(signature);
@@ -65,10 +56,14 @@ void ZoFFile::Begin() {
     stream_->PutU16(0);  // frame count, patched on Close
 }
 
-int ZoFFile::WriteTag(const ZoFTag* tag) {
+ZoFFileStream& ZoFFile::OpenStream() {
     if (!stream_)
         throw ZoException("A tag was written before the SWF file was opened.");
-    const size_t before = stream_->Size();
+    return *stream_;
+}
+
+int ZoFFile::WriteTag(const ZoFTag* tag) {
+    const size_t before = OpenStream().Size();
     tag->Write(*stream_);
     if (tag->GetCode() == ZoFTagCode::kShowFrame)
         ++frameCount_;
@@ -76,11 +71,14 @@ int ZoFFile::WriteTag(const ZoFTag* tag) {
 }
 
 void ZoFFile::WriteRawTag(ZoFTagCode code, std::span<const uint8_t> body, bool forceLong) {
-    if (!stream_)
-        throw ZoException("A tag was written before the SWF file was opened.");
-    ZoWriteTag(*stream_, code, body, forceLong);
+    ZoWriteTag(OpenStream(), code, body, forceLong);
     if (code == ZoFTagCode::kShowFrame)
         ++frameCount_;
+}
+
+void ZoFFile::WriteFrameTags(std::span<const uint8_t> tags) {
+    OpenStream().PutBytes(tags);
+    ++frameCount_;
 }
 
 void ZoFFile::Finish() {
@@ -97,14 +95,13 @@ bool ZoFFile::Close() {
         return false;
     Finish();
     std::unique_ptr<ZoFFileStream> stream = std::move(stream_);
-    if (sink_) {
-        stream->CopyTo(*sink_);
+    stream->Flush();
+    if (!fileBytes_)
         return true;
-    }
+    const std::unique_ptr<ZoFMemorySink> bytes = std::move(fileBytes_);
     try {
         ZoAtomicFile file(path_);
-        AtomicFileSink sink(file);
-        stream->CopyTo(sink);
+        file.Write(bytes->Bytes());
         file.Commit();
         return true;
     } catch (const ZoException&) {

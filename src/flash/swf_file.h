@@ -28,16 +28,18 @@ class ZoFFile {
     /// not a positive 8.8 value.
     void SetFrameRate(double frameRate);
     /// Starts a file at `path`; false when `overwrite` is false and the
-    /// file exists, or when the folder cannot be written. The file appears
-    /// complete on Close() or not at all.
+    /// file exists. The file appears complete on Close() or not at all.
     bool OpenWriteFile(const char* path, bool overwrite);
-    /// Starts a file whose bytes Close() sends to `sink`.
+    /// Starts a file whose bytes go to `sink` as they are written; Close()
+    /// patches the header there. After a throw the sink holds a part.
     void OpenWriteSink(ZoFByteSink& sink);
     /// Appends a tag; returns the bytes written.
     int WriteTag(const ZoFTag* tag);
     /// Appends a tag already encoded in `body`.
     void WriteRawTag(ZoFTagCode code, std::span<const uint8_t> body, bool forceLong = false);
-    /// Patches length and frame count and hands the bytes over; false when
+    /// Appends the encoded tags of one frame, which end with its ShowFrame.
+    void WriteFrameTags(std::span<const uint8_t> tags);
+    /// Patches length and frame count and sends the last bytes; false when
     /// the file cannot be written.
     bool Close();
     /// The stream of the open file, for writers that encode tags in place.
@@ -46,12 +48,15 @@ class ZoFFile {
     int GetFrameCount() const noexcept { return frameCount_; }
 
   private:
-    void Begin();
+    void Begin(ZoFByteSink& sink);
+    // The stream of the open file; throws when none is open.
+    ZoFFileStream& OpenStream();
     void Finish();
     ZoRect rect_;
     Fixed8 frameRate_{12 << 8};
     std::filesystem::path path_;
-    ZoFByteSink* sink_ = nullptr;
+    // A file path collects the bytes here, to be renamed into place whole.
+    std::unique_ptr<ZoFMemorySink> fileBytes_;
     std::unique_ptr<ZoFFileStream> stream_;
     int frameCount_ = 0;
     size_t frameCountOffset_ = 0;

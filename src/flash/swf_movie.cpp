@@ -74,8 +74,7 @@ void ZoSWFMovie::WriteTo(ZoFFile& file) {
     file.WriteTag(&background);
 
     ZoSWFFile swf(file);
-    ZoFTagOutputOf out(
-        [&file](ZoFTagCode code, std::span<const uint8_t> body) { file.WriteRawTag(code, body); });
+    ZoFTagOutputOf out([&file](std::span<const uint8_t> tags) { file.WriteFrameTags(tags); });
     ZoFSequenceWriter writer(swf, out);
     for (const auto& scene : scenes_) {
         // Each scene starts from an empty picture: what the last scene showed

@@ -1,6 +1,7 @@
 #include "flash/swf_records.h"
 
 #include <algorithm>
+#include <bit>
 #include <initializer_list>
 
 #include "platform/zo_exception.h"
@@ -9,11 +10,43 @@ namespace ZoFlash {
 namespace {
 
 int SignedBitsOf(std::initializer_list<int32_t> values) noexcept {
-    int bits = 0;
-    for (int32_t v : values)
-        bits = std::max(bits, ZoSignedBits(v));
-    return bits;
+    // The widest value decides, and its magnitude bits are those of all the
+    // magnitudes together (see ZoSignedBits).
+    uint32_t magnitudes = 0;
+    bool nonZero = false;
+    for (int32_t v : values) {
+        magnitudes |= v < 0 ? ~static_cast<uint32_t>(v) : static_cast<uint32_t>(v);
+        nonZero = nonZero || v != 0;
+    }
+    return nonZero ? std::bit_width(magnitudes) + 1 : 0;
 }
+
+/// Reads bit fields back, most significant bit first; for records the
+/// writer keeps encoded.
+class BitReader {
+  public:
+    explicit BitReader(std::span<const uint8_t> bytes) noexcept : bytes_(bytes) {}
+    uint32_t Unsigned(int bits) {
+        uint32_t value = 0;
+        for (int i = 0; i < bits; ++i, ++position_) {
+            if (position_ / 8 >= bytes_.size())
+                throw ZoException("An SWF record runs beyond its bytes.");
+            value = value << 1 | (bytes_[position_ / 8] >> (7 - position_ % 8) & 1);
+        }
+        return value;
+    }
+    int32_t Signed(int bits) {
+        const uint32_t value = Unsigned(bits);
+        if (bits == 0 || !(value >> (bits - 1) & 1))
+            return static_cast<int32_t>(value);
+        return static_cast<int32_t>(value | ~((uint64_t{1} << bits) - 1));
+    }
+    bool Flag() { return Unsigned(1) != 0; }
+
+  private:
+    std::span<const uint8_t> bytes_;
+    size_t position_ = 0;
+};
 
 void PutStyleCount(ZoFByteBuffer& out, size_t count) {
     if (count > 0xFFFF)
@@ -115,6 +148,41 @@ void ZoWriteCxformWithAlpha(ZoFByteBuffer& out, const ZoFCxformRecord& c) {
     if (c.hasAdd)
         for (int16_t v : {c.redAdd, c.greenAdd, c.blueAdd, c.alphaAdd})
             w.PutSigned(v, bits);
+}
+
+ZoFMatrixRecord ZoReadMatrix(std::span<const uint8_t> bytes) {
+    BitReader r(bytes);
+    ZoFMatrixRecord m;
+    auto pair = [&r](int32_t& a, int32_t& b) {
+        const int bits = static_cast<int>(r.Unsigned(5));
+        a = r.Signed(bits);
+        b = r.Signed(bits);
+    };
+    m.hasScale = r.Flag();
+    if (m.hasScale)
+        pair(m.scaleX.raw, m.scaleY.raw);
+    m.hasRotate = r.Flag();
+    if (m.hasRotate)
+        pair(m.rotateSkew0.raw, m.rotateSkew1.raw);
+    pair(m.translateX.value, m.translateY.value);
+    return m;
+}
+
+ZoFCxformRecord ZoReadCxformWithAlpha(std::span<const uint8_t> bytes) {
+    BitReader r(bytes);
+    ZoFCxformRecord c;
+    c.hasAdd = r.Flag();
+    c.hasMult = r.Flag();
+    const int bits = static_cast<int>(r.Unsigned(4));
+    auto terms = [&r, bits](std::initializer_list<int16_t*> fields) {
+        for (int16_t* field : fields)
+            *field = static_cast<int16_t>(r.Signed(bits));
+    };
+    if (c.hasMult)
+        terms({&c.redMult, &c.greenMult, &c.blueMult, &c.alphaMult});
+    if (c.hasAdd)
+        terms({&c.redAdd, &c.greenAdd, &c.blueAdd, &c.alphaAdd});
+    return c;
 }
 
 void ZoWriteFillStyles(ZoFByteBuffer& out, const std::vector<ZoFFillStyle>& styles,

@@ -4,6 +4,7 @@
 // a record is built, so that comparing two records compares what the file
 // will hold.
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "flash/bit_writer.h"
@@ -84,6 +85,17 @@ void ZoWriteRect(ZoFByteBuffer& out, const ZoFRectRecord& rect);
 void ZoWriteRgba(ZoFByteBuffer& out, const ZoFRgbaRecord& colour, ZoFColourForm form);
 void ZoWriteMatrix(ZoFByteBuffer& out, const ZoFMatrixRecord& matrix);
 void ZoWriteCxformWithAlpha(ZoFByteBuffer& out, const ZoFCxformRecord& cxform);
+/// Reads back a MATRIX at the start of `bytes`. Throws ZoException when the
+/// record runs beyond them.
+ZoFMatrixRecord ZoReadMatrix(std::span<const uint8_t> bytes);
+/// Reads back a CXFORMWITHALPHA at the start of `bytes`; throws as above.
+ZoFCxformRecord ZoReadCxformWithAlpha(std::span<const uint8_t> bytes);
+/// The bytes of a CXFORMWITHALPHA record, told by its first byte (the two
+/// flags and the width of every term).
+constexpr size_t ZoCxformWithAlphaSize(uint8_t firstByte) noexcept {
+    const int terms = (firstByte >> 7) * 4 + (firstByte >> 6 & 1) * 4;
+    return static_cast<size_t>(6 + terms * (firstByte >> 2 & 0x0F) + 7) / 8;
+}
 /// FILLSTYLEARRAY (count byte, 0xFF + u16 beyond 254).
 void ZoWriteFillStyles(ZoFByteBuffer& out, const std::vector<ZoFFillStyle>& styles,
                        ZoFColourForm form);

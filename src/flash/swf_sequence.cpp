@@ -8,9 +8,9 @@ ZoSWFSequence::~ZoSWFSequence() = default;
 
 ZoSWFFrame* ZoSWFSequence::AddFrame() {
     // Effects place much the same objects in every frame.
-    const size_t expected = frames_.empty() ? 0 : frames_.back()->GetPlacements().size();
     ZoSWFFrame* frame = frames_.emplace_back(std::make_unique<ZoSWFFrame>()).get();
-    frame->ReservePlacements(expected);
+    if (frames_.size() > 1)
+        frame->ReserveLike(*frames_[frames_.size() - 2]);
     return frame;
 }
 

@@ -15,8 +15,7 @@ void ZoSWFSprite::Write(ZoSWFFile& file) {
     ZoFByteBuffer body;
     body.PutU16(0);  // id, known once the dependencies have theirs
     body.PutU16(static_cast<uint16_t>(TotalFrames()));
-    ZoFTagOutputOf out(
-        [&body](ZoFTagCode code, std::span<const uint8_t> tag) { ZoWriteTag(body, code, tag); });
+    ZoFTagOutputOf out([&body](std::span<const uint8_t> tags) { body.PutBytes(tags); });
     ZoFSequenceWriter writer(file, out);
     for (int i = 0; i < TotalFrames(); ++i)
         writer.DefineCharacters(*GetFrame(i));
@@ -31,9 +30,11 @@ void ZoSWFSprite::Write(ZoSWFFile& file) {
 
 void ZoSWFSprite::InitialiseForRewriting() {
     ZoSWFObject::InitialiseForRewriting();
-    for (int i = 0; i < TotalFrames(); ++i)
-        for (const ZoSWFPlacement& p : GetFrame(i)->GetPlacements())
-            p.object->InitialiseForRewriting();
+    for (int i = 0; i < TotalFrames(); ++i) {
+        const ZoSWFFrame& frame = *GetFrame(i);
+        for (size_t p = 0; p < frame.GetPlacementCount(); ++p)
+            frame.GetEncodedPlacement(p).object->InitialiseForRewriting();
+    }
 }
 
 }  // namespace ZoFlash

@@ -1,5 +1,7 @@
 #include "flash/swf_tags.h"
 
+#include <cstring>
+
 #include "flash/swf_colour.h"
 #include "platform/zo_exception.h"
 
@@ -9,17 +11,21 @@ namespace {
 constexpr uint32_t kShortLengthLimit = 0x3F;
 
 template <typename Out>
-void WriteTagTo(Out& out, ZoFTagCode code, std::span<const uint8_t> body, bool forceLong) {
-    const uint32_t length = static_cast<uint32_t>(body.size());
-    if (body.size() > 0x7FFFFFFFu)
+void WriteTagHeaderTo(Out& out, ZoFTagCode code, size_t length, bool forceLong) {
+    if (length > 0x7FFFFFFFu)
         throw ZoException("An SWF tag is larger than 2 GB.");
     const uint16_t codeBits = static_cast<uint16_t>(static_cast<uint16_t>(code) << 6);
     if (!forceLong && length < kShortLengthLimit) {
         out.PutU16(static_cast<uint16_t>(codeBits | length));
     } else {
         out.PutU16(static_cast<uint16_t>(codeBits | kShortLengthLimit));
-        out.PutU32(length);
+        out.PutU32(static_cast<uint32_t>(length));
     }
+}
+
+template <typename Out>
+void WriteTagTo(Out& out, ZoFTagCode code, std::span<const uint8_t> body, bool forceLong) {
+    WriteTagHeaderTo(out, code, body.size(), forceLong);
     out.PutBytes(body);
 }
 
@@ -63,6 +69,10 @@ void ZoWriteTag(ZoFFileStream& out, ZoFTagCode code, std::span<const uint8_t> bo
 void ZoWriteTag(ZoFByteBuffer& out, ZoFTagCode code, std::span<const uint8_t> body,
                 bool forceLong) {
     WriteTagTo(out, code, body, forceLong);
+}
+
+void ZoWriteTagHeader(ZoFByteBuffer& out, ZoFTagCode code, size_t length, bool forceLong) {
+    WriteTagHeaderTo(out, code, length, forceLong);
 }
 
 void ZoFTag::Write(ZoFFileStream& out) const {
@@ -192,19 +202,22 @@ void ZoFSetBackgroundColorTag::WriteBody(ZoFByteBuffer& body) const {
     ZoWriteRgba(body, colour_, ZoFColourForm::kRgb);
 }
 
+size_t ZoPlaceObject2BodySize(const ZoFPlaceObject2Record& r) noexcept {
+    return 3 + (r.hasCharacter ? 2 : 0) + r.matrix.size() + r.cxform.size() + (r.hasRatio ? 2 : 0) +
+           (r.name ? std::strlen(r.name) + 1 : 0) + (r.hasClipDepth ? 2 : 0);
+}
+
 void ZoWritePlaceObject2Body(ZoFByteBuffer& body, const ZoFPlaceObject2Record& r) {
-    const uint8_t flags = static_cast<uint8_t>((r.move ? 0x01 : 0) | (r.hasCharacter ? 0x02 : 0) |
-                                               (r.hasMatrix ? 0x04 : 0) | (r.hasCxform ? 0x08 : 0) |
-                                               (r.hasRatio ? 0x10 : 0) | (r.name ? 0x20 : 0) |
-                                               (r.hasClipDepth ? 0x40 : 0));
+    const uint8_t flags = static_cast<uint8_t>(
+        (r.move ? 0x01 : 0) | (r.hasCharacter ? 0x02 : 0) | (r.matrix.empty() ? 0 : 0x04) |
+        (r.cxform.empty() ? 0 : 0x08) | (r.hasRatio ? 0x10 : 0) | (r.name ? 0x20 : 0) |
+        (r.hasClipDepth ? 0x40 : 0));
     body.PutU8(flags);
     body.PutU16(r.depth);
     if (r.hasCharacter)
         body.PutU16(r.characterId);
-    if (r.hasMatrix)
-        ZoWriteMatrix(body, r.matrix);
-    if (r.hasCxform)
-        ZoWriteCxformWithAlpha(body, r.cxform);
+    body.PutBytes(r.matrix);
+    body.PutBytes(r.cxform);
     if (r.hasRatio)
         body.PutU16(r.ratio);
     if (r.name)
@@ -213,17 +226,21 @@ void ZoWritePlaceObject2Body(ZoFByteBuffer& body, const ZoFPlaceObject2Record& r
         body.PutU16(r.clipDepth);
 }
 
-ZoFPlaceObject2Tag::ZoFPlaceObject2Tag(int depth, int characterId) {
+ZoFPlaceObject2Tag::ZoFPlaceObject2Tag(int depth, int characterId)
+    : depth_(static_cast<uint16_t>(depth)), characterId_(CheckedId(characterId)) {
     if (depth < 1 || depth > 0xFFFF)
         throw ZoException("A placement depth must lie between 1 and 65535.");
-    record_.depth = static_cast<uint16_t>(depth);
-    record_.hasCharacter = true;
-    record_.characterId = CheckedId(characterId);
-    record_.hasMatrix = true;
 }
 
 void ZoFPlaceObject2Tag::WriteBody(ZoFByteBuffer& body) const {
-    ZoWritePlaceObject2Body(body, record_);
+    ZoFByteBuffer matrix;
+    ZoWriteMatrix(matrix, matrix_);
+    ZoFPlaceObject2Record r;
+    r.depth = depth_;
+    r.hasCharacter = true;
+    r.characterId = characterId_;
+    r.matrix = matrix.Bytes();
+    ZoWritePlaceObject2Body(body, r);
 }
 
 ZoFRemoveObject2Tag::ZoFRemoveObject2Tag(int depth) : depth_(static_cast<uint16_t>(depth)) {

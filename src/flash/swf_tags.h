@@ -43,9 +43,11 @@ enum class ZoFTagCode : uint16_t {
 /// the long one is used beyond that or when `forceLong`.
 void ZoWriteTag(ZoFFileStream& out, ZoFTagCode code, std::span<const uint8_t> body,
                 bool forceLong = false);
-/// The same into a byte buffer (tags inside a DefineSprite).
+/// The same into a byte buffer (a frame's tags, tags inside a DefineSprite).
 void ZoWriteTag(ZoFByteBuffer& out, ZoFTagCode code, std::span<const uint8_t> body,
                 bool forceLong = false);
+/// Only the header, for a body of `length` bytes that follows it.
+void ZoWriteTagHeader(ZoFByteBuffer& out, ZoFTagCode code, size_t length, bool forceLong = false);
 
 /// Base of every tag.
 class ZoFTag {
@@ -197,16 +199,15 @@ class ZoFSetBackgroundColorTag : public ZoFTag {
     ZoFRgbaRecord colour_;
 };
 
-/// PlaceObject2 fields; absent fields are left out of the record.
+/// PlaceObject2 fields, the matrix and colour transform as their encoded
+/// records; absent fields (empty records among them) are left out.
 struct ZoFPlaceObject2Record {
     bool move = false;
     uint16_t depth = 1;
     bool hasCharacter = false;
     uint16_t characterId = 0;
-    bool hasMatrix = false;
-    ZoFMatrixRecord matrix;
-    bool hasCxform = false;
-    ZoFCxformRecord cxform;
+    std::span<const uint8_t> matrix;  // MATRIX
+    std::span<const uint8_t> cxform;  // CXFORMWITHALPHA
     bool hasRatio = false;
     uint16_t ratio = 0;
     const char* name = nullptr;  // null: no name
@@ -214,21 +215,24 @@ struct ZoFPlaceObject2Record {
     uint16_t clipDepth = 0;
 };
 
+/// The bytes ZoWritePlaceObject2Body appends.
+size_t ZoPlaceObject2BodySize(const ZoFPlaceObject2Record& record) noexcept;
 /// Appends a PlaceObject2 body.
 void ZoWritePlaceObject2Body(ZoFByteBuffer& body, const ZoFPlaceObject2Record& record);
 
-/// PlaceObject2 of a new character.
+/// PlaceObject2 of a new character with a matrix.
 class ZoFPlaceObject2Tag : public ZoFTag {
   public:
     ZoFPlaceObject2Tag(int depth, int characterId);
     /// The placement matrix, to be modified by the caller.
-    ZoFMatrixRecord& GetTransformation() noexcept { return record_.matrix; }
-    ZoFPlaceObject2Record& GetRecord() noexcept { return record_; }
+    ZoFMatrixRecord& GetTransformation() noexcept { return matrix_; }
     ZoFTagCode GetCode() const override { return ZoFTagCode::kPlaceObject2; }
     void WriteBody(ZoFByteBuffer& body) const override;
 
   private:
-    ZoFPlaceObject2Record record_;
+    uint16_t depth_;
+    uint16_t characterId_;
+    ZoFMatrixRecord matrix_;
 };
 
 /// RemoveObject2.

@@ -135,7 +135,8 @@ void ZoSWFText::Write(ZoSWFFile& file) {
         }
     }
     records.PutU8(0);
-    ZoFDefineTextTag tag(ClaimCharacterID(file), rect_, std::move(records.Storage()));
+    ZoFDefineTextTag tag(ClaimCharacterID(file), rect_,
+                         {records.Bytes().begin(), records.Bytes().end()});
     file.AddDefinitionTag(&tag);
 }
 

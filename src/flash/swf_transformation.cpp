@@ -68,14 +68,16 @@ void ZoSWFColourTransformation::SetOffset(double r, double g, double b, double a
 
 ZoFCxformRecord ZoSWFColourTransformation::ToRecord() const {
     ZoFCxformRecord r;
-    int16_t* mult[4] = {&r.redMult, &r.greenMult, &r.blueMult, &r.alphaMult};
-    int16_t* add[4] = {&r.redAdd, &r.greenAdd, &r.blueAdd, &r.alphaAdd};
-    for (int i = 0; i < 4; ++i) {
-        *mult[i] = CxformTerm(scale_[i] * 256.0, "colour multiply");
-        *add[i] = CxformTerm(offset_[i], "colour add");
-        r.hasMult = r.hasMult || *mult[i] != 256;
-        r.hasAdd = r.hasAdd || *add[i] != 0;
-    }
+    r.redMult = CxformTerm(scale_[0] * 256.0, "colour multiply");
+    r.greenMult = CxformTerm(scale_[1] * 256.0, "colour multiply");
+    r.blueMult = CxformTerm(scale_[2] * 256.0, "colour multiply");
+    r.alphaMult = CxformTerm(scale_[3] * 256.0, "colour multiply");
+    r.redAdd = CxformTerm(offset_[0], "colour add");
+    r.greenAdd = CxformTerm(offset_[1], "colour add");
+    r.blueAdd = CxformTerm(offset_[2], "colour add");
+    r.alphaAdd = CxformTerm(offset_[3], "colour add");
+    r.hasMult = r.redMult != 256 || r.greenMult != 256 || r.blueMult != 256 || r.alphaMult != 256;
+    r.hasAdd = (r.redAdd | r.greenAdd | r.blueAdd | r.alphaAdd) != 0;
     return r;
 }
 

@@ -82,3 +82,36 @@ TEST(File, FrameRateMustBePositive8Dot8AndTagsNeedAnOpenFile) {
     EXPECT_THROW(file.SetFrameRate(256), ZoException);
     EXPECT_NO_THROW(file.SetFrameRate(29.97));
 }
+
+TEST(File, StreamSendsWholeBuffersAndPatchesSentAndWaitingBytes) {
+    ZoFMemorySink sink;
+    ZoFFileStream stream(sink);
+    std::vector<uint8_t> expected;
+    for (int i = 0; i < 100000; ++i) {
+        stream.PutU8(static_cast<uint8_t>(i * 7));
+        expected.push_back(static_cast<uint8_t>(i * 7));
+    }
+    ASSERT_GT(sink.Bytes().size(), 0u);
+    ASSERT_LT(sink.Bytes().size(), expected.size());
+    const size_t sent = sink.Bytes().size();
+    const std::vector<uint8_t> picture(70000, 0xAB);  // larger than the buffer
+    stream.PutBytes(picture);
+    expected.insert(expected.end(), picture.begin(), picture.end());
+
+    stream.PatchU32(4, 0xA1B2C3D4);         // long sent
+    stream.PatchU32(sent - 2, 0x01020304);  // half sent, half waiting
+    for (auto [offset, value] : {std::pair<size_t, uint8_t>{4, 0xD4},
+                                 {5, 0xC3},
+                                 {6, 0xB2},
+                                 {7, 0xA1},
+                                 {sent - 2, 0x04},
+                                 {sent - 1, 0x03},
+                                 {sent, 0x02},
+                                 {sent + 1, 0x01}})
+        expected[offset] = value;
+    EXPECT_THROW(stream.PatchU16(expected.size() - 1, 0), ZoException);
+    EXPECT_EQ(stream.Size(), expected.size());
+    stream.Flush();
+    EXPECT_EQ(sink.Bytes(), expected);
+    EXPECT_THROW(sink.Overwrite(expected.size() - 1, picture), ZoException);
+}

@@ -276,6 +276,45 @@ TEST(Movie, SecondMovieFromTheSameEntitiesDefinesThemAgain) {
     EXPECT_EQ(SwfTest::WriteAndValidate(first).bytes, w1.bytes);
 }
 
+TEST(Frame, PlacementsReadBackWithEveryDetailAlsoWhenCopied) {
+    const auto box = Box(10);
+    ZoSWFColourTransformation dim;
+    dim.SetScale(0.5, 1, 1, 1);
+    dim.SetOffset(0, 0, 0, -10);
+    ZoSWFFrame frame;
+    frame.PlaceObject(box, nullptr, 3, Moved(20, -40), 0, -1, dim);
+    frame.PlaceObjectPermanent(box, "mask", 2, kIdentity, 5, 7, kNoColour);
+    ZoSWFFrame copy;
+    copy.PlaceObject(Box(4), "first", 1, kIdentity, -1, -1, kNoColour);
+    copy.CopyPlacementsFrom(&frame);
+
+    const ZoSWFPlacementList placements = copy.GetPlacements();
+    ASSERT_EQ(placements.size(), 3u);
+    EXPECT_STREQ(placements[0].name, "first");
+    EXPECT_EQ(placements[0].clipDepth, 0);
+    const ZoSWFPlacement moved = placements[1];
+    EXPECT_EQ(moved.object.Get(), box.Get());
+    EXPECT_EQ(moved.depth, 3);
+    EXPECT_EQ(moved.name, nullptr);
+    EXPECT_EQ(moved.ratio, -1);
+    EXPECT_FALSE(moved.permanent);
+    EXPECT_EQ(moved.matrix.translateX.value, 20);
+    EXPECT_EQ(moved.matrix.translateY.value, -40);
+    EXPECT_EQ(moved.cxform.redMult, 128);
+    EXPECT_EQ(moved.cxform.alphaAdd, -10);
+    const ZoSWFPlacement mask = placements[2];
+    EXPECT_STREQ(mask.name, "mask");
+    EXPECT_EQ(mask.ratio, 7);
+    EXPECT_EQ(mask.clipDepth, 5);
+    EXPECT_TRUE(mask.permanent);
+    EXPECT_TRUE(mask.matrix.IsIdentity());
+    EXPECT_TRUE(mask.cxform.IsIdentity());
+    int depths = 0;
+    for (const ZoSWFPlacement& p : placements)
+        depths += p.depth;
+    EXPECT_EQ(depths, 6);
+}
+
 TEST(Movie, ValuesSWFCannotHoldThrow) {
     struct Case {
         const char* name;

@@ -166,10 +166,10 @@ TEST(Records, GoldenBytes) {
         {"place new at depth 1",
          [](auto& o) {
              ZoFPlaceObject2Tag tag(1, 1);
-             ZoFFileStream stream;
-             tag.Write(stream);
              ZoFMemorySink sink;
-             stream.CopyTo(sink);
+             ZoFFileStream stream(sink);
+             tag.Write(stream);
+             stream.Flush();
              o.PutBytes(sink.Bytes());
          },
          {0x86, 0x06, 0x06, 0x01, 0x00, 0x01, 0x00, 0x00}},
@@ -190,6 +190,9 @@ TEST(Records, ValuesBeyondTheirFieldsThrow) {
     EXPECT_THROW(bright.ToRecord(), ZoException);
     EXPECT_THROW(ZoFShapeStraightEdgeRecord(65536, 0), ZoException);
     EXPECT_THROW(ZoFShapeCurvedEdgeRecord(0, 0, -65536, 0), ZoException);
+    const uint8_t cut[] = {0xFF};  // a scaled matrix that stops after its width
+    EXPECT_THROW(ZoReadMatrix(cut), ZoException);
+    EXPECT_THROW(ZoReadCxformWithAlpha(cut), ZoException);
 }
 
 TEST(TagHeaders, ShortUpTo62BytesLongBeyondOrWhenForced) {
@@ -247,8 +250,11 @@ TEST(RoundTrip, Seed42RandomMatricesAndColourTransformsReadBackRounded) {
     for (int i = 0; i < 2000; ++i) {
         const double a = factor(rng), b = factor(rng), c = factor(rng), d = factor(rng);
         const double tx = offset(rng), ty = offset(rng);
+        const ZoFMatrixRecord record = Matrix(a, b, c, d, tx, ty);
         ZoFByteBuffer out;
-        ZoWriteMatrix(out, Matrix(a, b, c, d, tx, ty));
+        ZoWriteMatrix(out, record);
+        // Frames keep their placements encoded and read them back this way.
+        EXPECT_TRUE(ZoReadMatrix(out.Bytes()) == record);
         SwfTest::BitReader in(out.Bytes());
         const SwfTest::Matrix m = SwfTest::ReadMatrix(in);
         ASSERT_EQ(in.Remaining(), 0u);
@@ -262,8 +268,11 @@ TEST(RoundTrip, Seed42RandomMatricesAndColourTransformsReadBackRounded) {
 
         const double scale[4] = {colour(rng), colour(rng), colour(rng), colour(rng)};
         const double offsets[4] = {add(rng), add(rng), add(rng), add(rng)};
+        const ZoFCxformRecord cxRecord = Cxform(scale, offsets);
         ZoFByteBuffer cxOut;
-        ZoWriteCxformWithAlpha(cxOut, Cxform(scale, offsets));
+        ZoWriteCxformWithAlpha(cxOut, cxRecord);
+        EXPECT_TRUE(ZoReadCxformWithAlpha(cxOut.Bytes()) == cxRecord);
+        EXPECT_EQ(ZoCxformWithAlphaSize(cxOut.Bytes()[0]), cxOut.Size());
         SwfTest::BitReader cxIn(cxOut.Bytes());
         const SwfTest::Cxform cx = SwfTest::ReadCxformWithAlpha(cxIn);
         ASSERT_EQ(cxIn.Remaining(), 0u);
