@@ -1,10 +1,16 @@
 #include "effects/register_effects.h"
 
 #include "effects/cross_fade_effect.h"
+#include "effects/cube_effect.h"
 #include "effects/wave_effect.h"
 
 void TeskRegisterEffects() {
-    for (const TeskEffectInfo* info : {&TeskCrossFadeEffect::Info(), &TeskWaveEffect::Info()}) {
+    // In the order of the effect chooser.
+    for (const TeskEffectInfo* info : {
+             &TeskCrossFadeEffect::Info(),
+             &TeskCubeEffect::Info(),
+             &TeskWaveEffect::Info(),
+         }) {
         if (!TeskEffect::FindInfo(info->guid))
             TeskEffect::Register(*info);
     }
