@@ -2,6 +2,7 @@
 
 #include "effects/cross_fade_effect.h"
 #include "effects/cube_effect.h"
+#include "effects/curl_up_effect.h"
 #include "effects/wave_effect.h"
 
 void TeskRegisterEffects() {
@@ -9,6 +10,7 @@ void TeskRegisterEffects() {
     for (const TeskEffectInfo* info : {
              &TeskCrossFadeEffect::Info(),
              &TeskCubeEffect::Info(),
+             &TeskCurlUpEffect::Info(),
              &TeskWaveEffect::Info(),
          }) {
         if (!TeskEffect::FindInfo(info->guid))
