@@ -3,6 +3,7 @@
 #include "effects/cross_fade_effect.h"
 #include "effects/cube_effect.h"
 #include "effects/curl_up_effect.h"
+#include "effects/explode_effect.h"
 #include "effects/wave_effect.h"
 
 void TeskRegisterEffects() {
@@ -11,6 +12,7 @@ void TeskRegisterEffects() {
              &TeskCrossFadeEffect::Info(),
              &TeskCubeEffect::Info(),
              &TeskCurlUpEffect::Info(),
+             &TeskExplodeEffect::Info(),
              &TeskWaveEffect::Info(),
          }) {
         if (!TeskEffect::FindInfo(info->guid))
