@@ -4,6 +4,7 @@
 #include "effects/cube_effect.h"
 #include "effects/curl_up_effect.h"
 #include "effects/explode_effect.h"
+#include "effects/twist_effect.h"
 #include "effects/wave_effect.h"
 
 void TeskRegisterEffects() {
@@ -13,6 +14,7 @@ void TeskRegisterEffects() {
              &TeskCubeEffect::Info(),
              &TeskCurlUpEffect::Info(),
              &TeskExplodeEffect::Info(),
+             &TeskTwistEffect::Info(),
              &TeskWaveEffect::Info(),
          }) {
         if (!TeskEffect::FindInfo(info->guid))
