@@ -34,37 +34,35 @@ class ZoFBitWriter {
     /// `bits` from 0 to 32.
     void PutUnsigned(uint32_t value, int bits) {
         // Placements are written by the hundred thousand: fields gather in a
-        // word and whole bytes in a small array, which reaches the buffer in
-        // one piece.
-        if (pendingBits_ > 32)
-            SpillWord();
+        // word that goes to the buffer 32 bits at a time.
+        if (pendingBits_ > 32) {
+            PutBigEndian(out_.Append(4), pending_ >> (pendingBits_ - 32), 4);
+            pendingBits_ -= 32;
+        }
         pending_ = (pending_ << bits) | (value & ((uint64_t{1} << bits) - 1));
         pendingBits_ += bits;
     }
     void PutSigned(int32_t value, int bits) { PutUnsigned(static_cast<uint32_t>(value), bits); }
     void PutFlag(bool flag) { PutUnsigned(flag ? 1 : 0, 1); }
-    /// Writes any partial byte, zero padded, and hands everything over.
-    void Flush();
+    /// Writes the bits still pending, the last byte zero padded.
+    void Flush() {
+        if (pendingBits_ == 0)
+            return;
+        const auto bytes = static_cast<size_t>(pendingBits_ + 7) / 8;
+        PutBigEndian(out_.Append(bytes), pending_ << (bytes * 8 - pendingBits_), bytes);
+        pending_ = 0;
+        pendingBits_ = 0;
+    }
 
   private:
-    void MakeRoom(size_t bytes) {
-        if (ready_ + bytes > sizeof(bytes_)) {
-            out_.PutBytes({bytes_, ready_});
-            ready_ = 0;
-        }
-    }
-    void SpillWord() {
-        MakeRoom(4);
-        const auto word = static_cast<uint32_t>(pending_ >> (pendingBits_ - 32));
-        for (int shift = 24; shift >= 0; shift -= 8)
-            bytes_[ready_++] = static_cast<uint8_t>(word >> shift);
-        pendingBits_ -= 32;
+    // The low `bytes` bytes of `value`, most significant first.
+    static void PutBigEndian(uint8_t* at, uint64_t value, size_t bytes) noexcept {
+        for (size_t i = 0; i < bytes; ++i)
+            at[i] = static_cast<uint8_t>(value >> (8 * (bytes - 1 - i)));
     }
     ZoFByteBuffer& out_;
     uint64_t pending_ = 0;
     int pendingBits_ = 0;
-    uint8_t bytes_[32];
-    size_t ready_ = 0;  // whole bytes waiting in bytes_
 };
 
 }  // namespace ZoFlash

@@ -61,6 +61,15 @@ class ZoFByteBuffer {
             std::memcpy(data_.get() + size_, bytes.data(), bytes.size());
         size_ += bytes.size();
     }
+    /// Appends `count` bytes for the caller to fill in; the pointer is
+    /// valid until the next append.
+    uint8_t* Append(size_t count) {
+        if (count > capacity_ - size_)
+            Grow(count);
+        uint8_t* at = data_.get() + size_;
+        size_ += count;
+        return at;
+    }
     /// A zero-terminated string (action and name fields).
     void PutString(std::string_view text);
     void PatchU16(size_t offset, uint16_t v);

@@ -38,10 +38,9 @@ class ZoFSequenceWriter {
   public:
     ZoFSequenceWriter(ZoSWFFile& file, ZoFTagOutput& out) noexcept : file_(file), out_(out) {}
 
-    /// Defines every character `frame` places that `file` does not hold yet.
-    void DefineCharacters(const ZoSWFFrame& frame);
-    /// PlaceObject2 / RemoveObject2 for what changed, DoAction, ShowFrame.
-    /// Characters must already be defined.
+    /// Defines every character `frame` places that the file does not hold
+    /// yet, then writes PlaceObject2 / RemoveObject2 for what changed,
+    /// DoAction and ShowFrame to the output.
     void WriteFrame(const ZoSWFFrame& frame);
     /// Ends the permanent placements of the sequence written so far, so
     /// that the next sequence starts without them.
@@ -71,6 +70,7 @@ class ZoFSequenceWriter {
     std::vector<Entry> shown_;       // the display list after the last frame
     std::vector<Entry> permanents_;  // permanent placements still in force
     std::vector<Entry> placed_;      // this frame's own placements, by depth
+    bool placesPermanents_ = false;  // some of them permanent
     std::vector<Entry> next_;        // this frame's display list
     std::vector<Entry> scratch_;
     ZoFByteBuffer tags_;  // the frame being written

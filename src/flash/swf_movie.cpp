@@ -80,10 +80,8 @@ void ZoSWFMovie::WriteTo(ZoFFile& file) {
         // Each scene starts from an empty picture: what the last scene showed
         // is removed by the first frame's difference.
         writer.ForgetPermanents();
-        for (int i = 0; i < scene->TotalFrames(); ++i) {
-            writer.DefineCharacters(*scene->GetFrame(i));
+        for (int i = 0; i < scene->TotalFrames(); ++i)
             writer.WriteFrame(*scene->GetFrame(i));
-        }
     }
     ZoFEndTag end;
     file.WriteTag(&end);

@@ -18,8 +18,6 @@ void ZoSWFSprite::Write(ZoSWFFile& file) {
     ZoFTagOutputOf out([&body](std::span<const uint8_t> tags) { body.PutBytes(tags); });
     ZoFSequenceWriter writer(file, out);
     for (int i = 0; i < TotalFrames(); ++i)
-        writer.DefineCharacters(*GetFrame(i));
-    for (int i = 0; i < TotalFrames(); ++i)
         writer.WriteFrame(*GetFrame(i));
     ZoWriteTag(body, ZoFTagCode::kEnd, {});
     if (TotalFrames() > 0xFFFF)
