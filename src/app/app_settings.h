@@ -11,7 +11,6 @@ inline constexpr const char* kTeskFileDialogsSection = "FileDialogs";
 inline constexpr const char* kTeskOpenFolderValue = "Open";
 inline constexpr const char* kTeskSaveAsFolderValue = "SaveAs";
 inline constexpr const char* kTeskMainWindowSection = "Main Window Settings";
-inline constexpr const char* kTeskPreviewWindowSection = "Preview Window Settings";
 
 /// The folder a file dialog last used ("Open" or "SaveAs"), or the user's
 /// documents folder when none is stored.

@@ -5,6 +5,8 @@
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QSpinBox>
 #include <QSplitter>
 
@@ -176,6 +178,31 @@ TEST_F(EditorWindowTest, LinkDialogShowsOtherTargetsAsNamedWindowsAndRecordsEdit
     EXPECT_EQ(Document().GetUndoList().GetName(0), "Edit Link URL");
     EXPECT_FALSE(Document().GetLinkEnabled());
     EXPECT_EQ(Document().GetLinkTarget(), "_Blank");
+}
+
+TEST_F(EditorWindowTest, TheFileMenuListsRecentProjectsNewestFirst) {
+    TeskEditorDlg window(app_);
+    QMenu* file = window.menuBar()->actions().front()->menu();
+    const auto recentTexts = [&] {
+        emit file->aboutToShow();
+        std::vector<std::string> texts;
+        for (QAction* action : file->actions()) {
+            if (action->isVisible() && action->text().contains("Recent File"))
+                texts.push_back(action->isEnabled() ? "enabled" : "disabled");
+            else if (action->property("recentIndex").isValid())
+                texts.push_back(action->text().toStdString());
+        }
+        return texts;
+    };
+    EXPECT_EQ(recentTexts(), std::vector<std::string>{"disabled"});
+
+    for (const char* name : {"First.vmb", "Second.vmb"}) {
+        prompts_.chosenPath = settings_.Folder() / name;
+        app_.OnFileSaveAs();
+    }
+    const std::string second = (settings_.Folder() / "Second.vmb").string();
+    const std::string first = (settings_.Folder() / "First.vmb").string();
+    EXPECT_EQ(recentTexts(), (std::vector<std::string>{"&1 " + second, "&2 " + first}));
 }
 
 TEST_F(EditorWindowTest, PlacementIsKeptFromOneRunToTheNext) {
