@@ -48,10 +48,12 @@ TEST(MeshEffectTest, WrittenMapsCarryRestCornersOntoMovedCornersSeed3) {
         const ZoFlash::ZoFMatrixRecord m = Transform(rest, moved).ToRecord();
         for (int k = 0; k < 3; ++k) {
             const ZoPoint p = rest[k];
-            const double x = (m.scaleX.raw * p.x + m.rotateSkew1.raw * double(p.y)) / 65536.0 +
-                             m.translateX.value;
-            const double y = (m.rotateSkew0.raw * p.x + m.scaleY.raw * double(p.y)) / 65536.0 +
-                             m.translateY.value;
+            const double x =
+                (m.scaleX.raw * double(p.x) + m.rotateSkew1.raw * double(p.y)) / 65536.0 +
+                m.translateX.value;
+            const double y =
+                (m.rotateSkew0.raw * double(p.x) + m.scaleY.raw * double(p.y)) / 65536.0 +
+                m.translateY.value;
             EXPECT_NEAR(x, moved[k].x, 0.75) << checked;
             EXPECT_NEAR(y, moved[k].y, 0.75) << checked;
         }
