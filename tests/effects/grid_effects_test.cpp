@@ -1,0 +1,107 @@
+// Registry entries, undoable setters and records that fall back to the
+// defaults as a whole, of the spiral effect.
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "editor/edit_transaction.h"
+#include "effect_fakes.h"
+#include "effects/register_effects.h"
+#include "effects/spiral_effect.h"
+#include "platform/compiled_file.h"
+
+namespace {
+
+using effect_test::FieldDump;
+
+struct Case {
+    const char* guid;
+    const char* name;
+    int32_t nameId, iconIndex;
+    const char* helpTopic;
+    int32_t objectCount;
+    std::function<ZoAutoPtr<TeskEffect>()> make;
+    // One undoable change, as the property page names it.
+    const char* undoName;
+    std::function<void(TeskEffect&, ZoEditor::ZoEditTransaction*)> change;
+};
+
+template <typename Effect>
+Effect& As(TeskEffect& effect) {
+    return dynamic_cast<Effect&>(effect);
+}
+
+const Case kCases[] = {
+    {"{84513D19-FCC5-4A8C-996B-A5B92D37B65D}", "Spiral", 106, 0, "::/html/Effects/SpiralEffect.htm",
+     1, [] { return ZoAutoPtr<TeskEffect>(std::make_unique<TeskSpiralEffect>()); },
+     TeskSpiralEffect::kSpiralSpeedName,
+     [](TeskEffect& e, auto* t) { As<TeskSpiralEffect>(e).SetSpiralSpeed(5, t); }},
+};
+
+TEST(GridEffectsTest, RegisteredInChooserOrderWithTheirInfo) {
+    TeskRegisterEffects();
+    int previous = -1;
+    for (const Case& c : kCases) {
+        SCOPED_TRACE(c.name);
+        const ZoGuid guid = *ZoGuid::Parse(c.guid);
+        const TeskEffectInfo* info = TeskEffect::FindInfo(guid);
+        ASSERT_NE(info, nullptr);
+        EXPECT_EQ(info->name, c.name);
+        EXPECT_EQ(info->nameId, c.nameId);
+        EXPECT_EQ(info->iconIndex, c.iconIndex);
+        EXPECT_EQ(info->helpTopic, c.helpTopic);
+        const int index = static_cast<int>(info - &TeskEffect::GetInfo(0));
+        EXPECT_GT(index, previous);
+        previous = index;
+        ZoAutoPtr<TeskEffect> made;
+        TeskEffect::Create(guid, made);
+        ASSERT_NE(made, nullptr);
+        EXPECT_EQ(&made->GetInfo(), &c.make()->GetInfo());
+        EXPECT_EQ(made->GetObjectCount(), c.objectCount);
+    }
+}
+
+TEST(GridEffectsTest, ASetterWithATransactionIsUndoneAsAWhole) {
+    for (const Case& c : kCases) {
+        SCOPED_TRACE(c.name);
+        ZoAutoPtr<TeskEffect> effect = c.make();
+        effect_test::FakeHost host;
+        effect->SetFile(&host);
+        const std::vector<std::string> before = FieldDump::Of(effect->GetState()).lines;
+        ZoEditor::ZoEditTransaction transaction(c.undoName);
+        c.change(*effect, &transaction);
+        EXPECT_NE(FieldDump::Of(effect->GetState()).lines, before);
+        EXPECT_EQ(transaction.GetActionCount(), 1);
+        transaction.Commit();
+        EXPECT_TRUE(transaction.UndoAll());
+        EXPECT_EQ(FieldDump::Of(effect->GetState()).lines, before);
+    }
+}
+
+// A record whose own fields are missing: only the 3D or grid part is there.
+TEST(GridEffectsTest, AnUnreadableRecordGivesACompleteDefaultState) {
+    for (const Case& c : kCases) {
+        SCOPED_TRACE(c.name);
+        ZoAutoPtr<TeskEffect> written = c.make();
+        written->SetEffectTime(5000, nullptr);
+        c.change(*written, nullptr);
+        ZoCompiledFile file(ZoFourCC("TSK1"), 0x01000000);
+        ASSERT_TRUE(file.Open(true, true));
+        {
+            ZoFolderGuard root(file, true);
+            ZoFolderGuard own(file, true);
+            written->TeskEffect::Write(file);
+        }
+        file.Close();
+        ASSERT_TRUE(file.Open(false, false));
+        ZoAutoPtr<TeskEffect> read = c.make();
+        c.change(*read, nullptr);
+        {
+            ZoFolderGuard root(file, false);
+            read->Read(file);
+        }
+        EXPECT_EQ(FieldDump::Of(read->GetState()).lines, FieldDump::Of(c.make()->GetState()).lines);
+    }
+}
+
+}  // namespace
