@@ -4,6 +4,7 @@
 #include "effects/cube_effect.h"
 #include "effects/curl_up_effect.h"
 #include "effects/explode_effect.h"
+#include "effects/lens_effect.h"
 #include "effects/spiral_effect.h"
 #include "effects/twist_effect.h"
 #include "effects/wave_effect.h"
@@ -15,6 +16,7 @@ void TeskRegisterEffects() {
              &TeskCubeEffect::Info(),
              &TeskCurlUpEffect::Info(),
              &TeskExplodeEffect::Info(),
+             &TeskLensEffect::Info(),
              &TeskSpiralEffect::Info(),
              &TeskTwistEffect::Info(),
              &TeskWaveEffect::Info(),

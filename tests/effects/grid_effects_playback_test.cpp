@@ -2,13 +2,14 @@
 // turning a red object over a green background object: the first frame
 // shows the object whole, the pieces close up wherever the object should
 // cover the movie, and the middle and last frames show what each effect has
-// done by then. Here the spiral effect.
+// done by then. Here the lens and spiral effects.
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <functional>
 
 #include "document/file.h"
+#include "effects/lens_effect.h"
 #include "effects/spiral_effect.h"
 #include "objects/solid_object.h"
 #include "playback/pixel_checks.h"
@@ -43,6 +44,7 @@ ZoAutoPtr<TeskEffect> Make() {
     return std::make_unique<Effect>();
 }
 
+const playback::PlaybackMovie kLens = Movie("lens", Make<TeskLensEffect>);
 const playback::PlaybackMovie kSpiral = Movie("spiral", Make<TeskSpiralEffect>);
 
 int PixelsNear(const playback::PngImage& frame, playback::Rgb colour) {
@@ -72,6 +74,11 @@ std::vector<playback::SamplePoint> Samples(playback::Rgb colour, bool withCorner
 void ExpectCovered(const playback::PlaybackMovie& movie, int frame, playback::Rgb colour) {
     const playback::PngImage picture = movie.Frame(frame);
     EXPECT_EQ(PixelsNear(picture, colour), AllPixels(picture)) << movie.File() << " " << frame;
+}
+
+TEST(GridEffectsPlayback, TheLensKeepsItsRimSoTheObjectStaysWhole) {
+    for (const int frame : kFrames)
+        ExpectCovered(kLens, frame, kObject);
 }
 
 TEST(GridEffectsPlayback, TheSpiralRocksBackToRestAndKeepsItsCorners) {

@@ -1,11 +1,12 @@
 // Silver files: every placement of every frame of a small movie, with the
 // default settings and with others, so that no change to what they compute
-// passes unnoticed. Here of the spiral effect.
+// passes unnoticed. Here of the lens and spiral effects.
 #include <gtest/gtest.h>
 
 #include <functional>
 
 #include "effect_fakes.h"
+#include "effects/lens_effect.h"
 #include "effects/spiral_effect.h"
 #include "placement_record.h"
 #include "silver_file.h"
@@ -29,7 +30,17 @@ ZoAutoPtr<TeskGridEffect> Spiral(int32_t style, int32_t speed) {
     return spiral;
 }
 
+ZoAutoPtr<TeskGridEffect> Lens(int32_t preset, int32_t pathAtEnd) {
+    auto lens = std::make_unique<TeskLensEffect>();
+    lens->SetPath(TeskAnimationPath::Preset(preset), nullptr);
+    lens->SetPathAtEnd(pathAtEnd, nullptr);
+    lens->SetLensRadius(700, nullptr);
+    lens->SetLensPower(-60, nullptr);
+    return lens;
+}
+
 const SilverCase kCases[] = {
+    {"lens_default.txt", Default<TeskLensEffect>},
     {"spiral_default.txt", Default<TeskSpiralEffect>},
     {"spiral_screw_up.txt", [] { return Spiral(TeskSpiralEffect::kScrewUp, 80); }},
 };
@@ -44,6 +55,16 @@ TEST(GridEffectsSilverTest, EveryFrameMatchesItsSilverFile) {
         SCOPED_TRACE(c.file);
         EXPECT_TRUE(effect_test::MatchesSilver(c.file, Record(*c.make())));
     }
+}
+
+// A smaller, reducing lens on every path, alternately reset and returning.
+TEST(GridEffectsSilverTest, TheLensOnEachPathMatchesTheSilverFile) {
+    std::string text;
+    for (int32_t preset = 0; preset < TeskAnimationPath::kPresetCount; ++preset) {
+        text += effect_test::Format("path %d\n", preset);
+        text += Record(*Lens(preset, preset % 2));
+    }
+    EXPECT_TRUE(effect_test::MatchesSilver("lens_paths.txt", text));
 }
 
 }  // namespace

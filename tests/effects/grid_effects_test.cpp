@@ -1,11 +1,12 @@
 // Registry entries, undoable setters and records that fall back to the
-// defaults as a whole, of the spiral effect.
+// defaults as a whole, of the lens and spiral effects.
 #include <gtest/gtest.h>
 
 #include <functional>
 
 #include "editor/edit_transaction.h"
 #include "effect_fakes.h"
+#include "effects/lens_effect.h"
 #include "effects/register_effects.h"
 #include "effects/spiral_effect.h"
 #include "platform/compiled_file.h"
@@ -32,6 +33,12 @@ Effect& As(TeskEffect& effect) {
 }
 
 const Case kCases[] = {
+    {"{67966FDA-EBAE-4867-AC1F-240E78FD4D77}", "Lens", 108, 2, "::/html/Effects/LensEffect.htm", 1,
+     [] { return ZoAutoPtr<TeskEffect>(std::make_unique<TeskLensEffect>()); },
+     TeskLensEffect::kPathName,
+     [](TeskEffect& e, auto* t) {
+         As<TeskLensEffect>(e).SetPath(TeskAnimationPath::Preset(9), t);
+     }},
     {"{84513D19-FCC5-4A8C-996B-A5B92D37B65D}", "Spiral", 106, 0, "::/html/Effects/SpiralEffect.htm",
      1, [] { return ZoAutoPtr<TeskEffect>(std::make_unique<TeskSpiralEffect>()); },
      TeskSpiralEffect::kSpiralSpeedName,
