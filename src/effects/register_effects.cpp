@@ -5,6 +5,7 @@
 #include "effects/curl_up_effect.h"
 #include "effects/explode_effect.h"
 #include "effects/lens_effect.h"
+#include "effects/rotate_3d_effect.h"
 #include "effects/spiral_effect.h"
 #include "effects/twist_effect.h"
 #include "effects/wave_effect.h"
@@ -17,6 +18,7 @@ void TeskRegisterEffects() {
              &TeskCurlUpEffect::Info(),
              &TeskExplodeEffect::Info(),
              &TeskLensEffect::Info(),
+             &TeskRotate3DEffect::Info(),
              &TeskSpiralEffect::Info(),
              &TeskTwistEffect::Info(),
              &TeskWaveEffect::Info(),

@@ -2,7 +2,7 @@
 // turning a red object over a green background object: the first frame
 // shows the object whole, the pieces close up wherever the object should
 // cover the movie, and the middle and last frames show what each effect has
-// done by then. Here the lens and spiral effects.
+// done by then. Here the rotate 3D, lens and spiral effects.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -10,6 +10,8 @@
 
 #include "document/file.h"
 #include "effects/lens_effect.h"
+#include "effects/rotate_3d_effect.h"
+#include "effects/rotate_3d_motion.h"
 #include "effects/spiral_effect.h"
 #include "objects/solid_object.h"
 #include "playback/pixel_checks.h"
@@ -44,8 +46,22 @@ ZoAutoPtr<TeskEffect> Make() {
     return std::make_unique<Effect>();
 }
 
+const playback::PlaybackMovie kRotate = Movie("rotate_3d", Make<TeskRotate3DEffect>);
 const playback::PlaybackMovie kLens = Movie("lens", Make<TeskLensEffect>);
 const playback::PlaybackMovie kSpiral = Movie("spiral", Make<TeskSpiralEffect>);
+
+// The red object under the rotate 3D effect's flat light in frame `frame`.
+playback::Rgb RotatedObject(int frame) {
+    const TeskRotate3DEffect rotate;
+    const TeskLightModel light = rotate.GetLightModel();
+    const TeskRotate3DMotion motion(rotate.GetAxisDirection(), {0, 0, 3640, 4040});
+    ZoFlash::ZoSWFColourTransformation ct;
+    light.ApplyLight(light.LightFactor(motion.Normal(TeskRotate3DMotion::TurnAt(frame, 24))), ct);
+    const auto channel = [&](int i, int value) {
+        return static_cast<std::uint8_t>(std::lround(value * ct.GetScale(i) + ct.GetOffset(i)));
+    };
+    return {channel(0, kObject.r), channel(1, kObject.g), channel(2, kObject.b)};
+}
 
 int PixelsNear(const playback::PngImage& frame, playback::Rgb colour) {
     int count = 0;
@@ -74,6 +90,15 @@ std::vector<playback::SamplePoint> Samples(playback::Rgb colour, bool withCorner
 void ExpectCovered(const playback::PlaybackMovie& movie, int frame, playback::Rgb colour) {
     const playback::PngImage picture = movie.Frame(frame);
     EXPECT_EQ(PixelsNear(picture, colour), AllPixels(picture)) << movie.File() << " " << frame;
+}
+
+TEST(GridEffectsPlayback, Rotate3DShowsItsBackWholeHalfWayAndTurnsBackNearlyAll) {
+    ExpectCovered(kRotate, 0, RotatedObject(0));
+    // Mirrored, and lit like the front: both sides light alike.
+    ExpectCovered(kRotate, 12, RotatedObject(12));
+    EXPECT_TRUE(playback::ColoursAt(kRotate.Frame(23), Samples(RotatedObject(23), false), 4));
+    // The edge turned away leaves the background beside it.
+    EXPECT_GT(PixelsNear(kRotate.Frame(23), kBackground), 0);
 }
 
 TEST(GridEffectsPlayback, TheLensKeepsItsRimSoTheObjectStaysWhole) {

@@ -1,12 +1,13 @@
 // Silver files: every placement of every frame of a small movie, with the
 // default settings and with others, so that no change to what they compute
-// passes unnoticed. Here of the lens and spiral effects.
+// passes unnoticed. Here of the rotate 3D, lens and spiral effects.
 #include <gtest/gtest.h>
 
 #include <functional>
 
 #include "effect_fakes.h"
 #include "effects/lens_effect.h"
+#include "effects/rotate_3d_effect.h"
 #include "effects/spiral_effect.h"
 #include "placement_record.h"
 #include "silver_file.h"
@@ -21,6 +22,18 @@ struct SilverCase {
 template <typename Effect>
 ZoAutoPtr<TeskGridEffect> Default() {
     return std::make_unique<Effect>();
+}
+
+// A slanted axis and a coloured light from the lower left.
+ZoAutoPtr<TeskGridEffect> Rotate3D(int32_t axisDirection) {
+    auto rotate = std::make_unique<TeskRotate3DEffect>();
+    rotate->SetAxisDirection(axisDirection, nullptr);
+    TeskLighting lighting;
+    lighting.lightColour = 0x40FFFF;
+    lighting.lightStrength = 90;
+    lighting.lightDirection = 225;
+    rotate->SetLighting(lighting, nullptr);
+    return rotate;
 }
 
 ZoAutoPtr<TeskGridEffect> Spiral(int32_t style, int32_t speed) {
@@ -41,6 +54,8 @@ ZoAutoPtr<TeskGridEffect> Lens(int32_t preset, int32_t pathAtEnd) {
 
 const SilverCase kCases[] = {
     {"lens_default.txt", Default<TeskLensEffect>},
+    {"rotate_3d_default.txt", Default<TeskRotate3DEffect>},
+    {"rotate_3d_slanted_axis.txt", [] { return Rotate3D(30); }},
     {"spiral_default.txt", Default<TeskSpiralEffect>},
     {"spiral_screw_up.txt", [] { return Spiral(TeskSpiralEffect::kScrewUp, 80); }},
 };

@@ -1,5 +1,5 @@
 // Registry entries, undoable setters and records that fall back to the
-// defaults as a whole, of the lens and spiral effects.
+// defaults as a whole, of the rotate 3D, lens and spiral effects.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -8,6 +8,7 @@
 #include "effect_fakes.h"
 #include "effects/lens_effect.h"
 #include "effects/register_effects.h"
+#include "effects/rotate_3d_effect.h"
 #include "effects/spiral_effect.h"
 #include "platform/compiled_file.h"
 
@@ -39,6 +40,11 @@ const Case kCases[] = {
      [](TeskEffect& e, auto* t) {
          As<TeskLensEffect>(e).SetPath(TeskAnimationPath::Preset(9), t);
      }},
+    {"{D2278C60-1537-4081-80D1-159FED8C7C3F}", "Rotate 3D", 160, 6,
+     "::/html/Effects/Rotate3DEffect.htm", 1,
+     [] { return ZoAutoPtr<TeskEffect>(std::make_unique<TeskRotate3DEffect>()); },
+     TeskRotate3DEffect::kAxisDirectionName,
+     [](TeskEffect& e, auto* t) { As<TeskRotate3DEffect>(e).SetAxisDirection(90, t); }},
     {"{84513D19-FCC5-4A8C-996B-A5B92D37B65D}", "Spiral", 106, 0, "::/html/Effects/SpiralEffect.htm",
      1, [] { return ZoAutoPtr<TeskEffect>(std::make_unique<TeskSpiralEffect>()); },
      TeskSpiralEffect::kSpiralSpeedName,
