@@ -19,6 +19,10 @@ ZoAutoInterface2<ZoReferenceImage> TeskImageResource::GetImageLocked() {
         // A file that went missing stays unavailable until the change check
         // sees it again, even though its picture is still in memory.
         return IsBuiltIn() || stamp_.IsFound() ? image_ : nullptr;
+    // Every piece of a wave asks for its picture: a file that failed is
+    // decoded again only once it has changed.
+    if (!loadError_.empty() && ZoFileStamp::Of(GetKey().GetName()) == stamp_)
+        return nullptr;
     return LoadLocked();
 }
 
@@ -29,14 +33,22 @@ ZoAutoInterface2<ZoReferenceImage> TeskImageResource::LoadLocked() {
         return image_;
     }
     try {
-        image_ = ZoMakeCounted<ZoReferenceImage>(ZoImageCodec::Load(name));
-    } catch (const ZoException&) {
+        image_ = ZoMakeCounted<ZoReferenceImage>(
+            ZoImageCodec::Decode(ZoImageCodec::ReadFileBytes(name)));
+        loadError_.clear();
+    } catch (const ZoException& error) {
         image_.Reset();
+        loadError_ = error.what();
     }
     stamp_ = ZoFileStamp::Of(name);
     if (!stamp_.IsFound())
         return nullptr;
     return image_;
+}
+
+ZoString TeskImageResource::GetLoadError() {
+    std::lock_guard lock(lock_);
+    return loadError_;
 }
 
 ZoAutoInterface2<TeskSWFImage> TeskImageResource::GetSWFImage(
@@ -72,6 +84,7 @@ bool TeskImageResource::CheckForChange() {
         return false;
     stamp_ = now;
     image_.Reset();
+    loadError_.clear();
     swfImages_.clear();
     return true;
 }

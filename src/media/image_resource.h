@@ -18,6 +18,9 @@ class TeskImageResource : public ZoResource {
     /// The picture, loaded on first use; empty when it cannot be loaded (the
     /// next call tries again).
     ZoAutoInterface2<ZoReferenceImage> GetImage();
+    /// Why the last attempt to load the picture failed, one sentence fit to
+    /// show; empty after a successful load.
+    ZoString GetLoadError();
     /// The SWF bitmap of the picture for (type, colour, tolerance), made once
     /// and kept; empty when the picture cannot be loaded.
     ZoAutoInterface2<TeskSWFImage> GetSWFImage(ZoFlash::ZoSWFImage::ImageOutputType type,
@@ -37,6 +40,7 @@ class TeskImageResource : public ZoResource {
 
     std::mutex lock_;
     ZoAutoInterface2<ZoReferenceImage> image_;
+    ZoString loadError_;
     std::vector<ZoAutoInterface2<TeskSWFImage>> swfImages_;
     ZoFileStamp stamp_;
 };

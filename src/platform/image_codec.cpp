@@ -156,8 +156,11 @@ void CheckSize(int64_t width, int64_t height) {
         throw ZoException("The picture has no pixels.");
     }
     if (!IsAcceptableSize(width, height)) {
-        throw ZoException(ZoFormat("The picture is too large (%lld x %lld pixels).",
-                                   static_cast<long long>(width), static_cast<long long>(height)));
+        throw ZoException(
+            ZoFormat("The picture is too large (%lld x %lld pixels; at most %d "
+                     "pixels a side and %lld million pixels in all).",
+                     static_cast<long long>(width), static_cast<long long>(height), kZoMaxImageSide,
+                     static_cast<long long>(kZoMaxImagePixels / (1024 * 1024))));
     }
 }
 

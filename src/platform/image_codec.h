@@ -37,8 +37,9 @@ struct ZoDecodedImage {
 };
 
 /// Limits that keep hostile files (huge declared sizes, decompression bombs)
-/// from exhausting memory. SWF bitmaps store their sides in 16 bits.
-inline constexpr int32_t kZoMaxImageSide = 65535;
+/// from exhausting memory. Flash players refuse bitmaps with a side over
+/// 16384 pixels, so a larger picture could never show in a movie anyway.
+inline constexpr int32_t kZoMaxImageSide = 16384;
 inline constexpr int64_t kZoMaxImagePixels = 64LL * 1024 * 1024;
 inline constexpr int64_t kZoMaxImageFileBytes = 512LL * 1024 * 1024;
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <thread>
 
@@ -59,6 +60,33 @@ TEST(ImageResource, NoticesChangedMissingAndReappearingFiles) {
     std::filesystem::remove(path);
     EXPECT_TRUE(resource->CheckForChange());
     EXPECT_FALSE(resource->GetImage());
+}
+
+TEST(ImageResource, AFailedLoadSaysWhyAndIsTriedAgainOnlyOnceTheFileChanges) {
+    TeskResourceManager manager;
+    const auto path = NewName(".png");
+    const std::vector<uint8_t> good = SolidPng(4, 3, 0x0000FF, 0x0000FF);
+    std::vector<uint8_t> damaged = good;
+    std::fill(damaged.begin() + 33, damaged.end(), uint8_t{0});  // all but the header
+    WriteFile(path, damaged);
+    auto resource = ResourceOf(manager, path);
+    EXPECT_FALSE(resource->GetImage());
+    EXPECT_NE(resource->GetLoadError().find("corrupt or truncated"), std::string::npos)
+        << resource->GetLoadError();
+
+    // Same size and time: taken for the same damaged file, not decoded again.
+    const auto time = std::filesystem::last_write_time(path);
+    WriteFile(path, good);
+    std::filesystem::last_write_time(path, time);
+    EXPECT_FALSE(resource->GetImage());
+    std::filesystem::last_write_time(path, time + std::chrono::milliseconds(1));
+    ASSERT_TRUE(resource->GetImage());
+    EXPECT_EQ(resource->GetLoadError(), "");
+
+    std::filesystem::resize_file(path, 0);
+    ASSERT_TRUE(resource->CheckForChange());
+    EXPECT_FALSE(resource->GetImage());
+    EXPECT_NE(resource->GetLoadError(), "");
 }
 
 TEST(ImageResource, SWFImagesAreKeptPerOutputTypeColourAndTolerance) {

@@ -328,6 +328,8 @@ TEST_P(HostileSizeTest, IsRefusedBeforeDecoding) {
 
 INSTANTIATE_TEST_SUITE_P(Files, HostileSizeTest,
                          ::testing::Values(BadCase{"PngTooWide", PngClaiming(70000, 1)},
+                                           BadCase{"PngJustTooWide", PngClaiming(16385, 1)},
+                                           BadCase{"JpegJustTooTall", JpegClaiming(1, 16385)},
                                            BadCase{"PngTooManyPixels", PngClaiming(40000, 40000)},
                                            BadCase{"JpegTooManyPixels", JpegClaiming(60000, 60000)},
                                            BadCase{"GifTooManyPixels", GifClaiming(65535, 65535)}),
