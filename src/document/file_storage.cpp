@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "media/image_path.h"
+#include "media/resource_manager.h"
 #include "objects/image_object.h"
 #include "objects/object.h"
 #include "platform/compiled_file.h"
@@ -197,8 +198,10 @@ bool MayOverwrite(const char* path) {
     return true;
 }
 
+// Absolute, so that picture names resolve whatever the working folder is.
 ZoString FolderOf(const ZoString& path) {
-    return std::filesystem::path(path).parent_path().string();
+    std::error_code error;
+    return std::filesystem::absolute(path, error).parent_path().string();
 }
 
 }  // namespace
@@ -296,36 +299,57 @@ bool TeskFile::Load(const char* path) {
     return true;
 }
 
+namespace {
+
+/// Where an image object sits, as the messages about its picture word it.
+struct ImageSlot {
+    const char* subject;
+    const char* remedy;
+};
+
+constexpr ImageSlot kEffectSlot{"used by the effect",
+                                "Click on the Change button to open the object dialog and then "
+                                "click Browse to locate the file, or a replacement."};
+constexpr ImageSlot kForegroundSlot{"used for the foreground object",
+                                    "Select Foreground Object from the Edit menu and then click "
+                                    "Browse to locate the file, or a replacement."};
+constexpr ImageSlot kBackgroundSlot{"used for the background object",
+                                    "Select Background Object from the Edit menu and then click "
+                                    "Browse to locate the file, or a replacement."};
+
+void CheckImageFile(const TeskObject* object, const ImageSlot& slot,
+                    ZoEditor::ZoMessageSink& sink) {
+    const auto* image = dynamic_cast<const TeskImageObject*>(object);
+    if (!image)
+        return;
+    const ZoString& name = image->GetFileName().GetName();
+    if (name.empty() || TeskIsBuiltInImageName(name))
+        return;
+    std::error_code error;
+    if (!std::filesystem::exists(image->GetFullPath(), error)) {
+        sink.ShowMessage(ZoFormat("Image file '%s' %s cannot be found.\n%s", name.c_str(),
+                                  slot.subject, slot.remedy));
+        return;
+    }
+    // A file that is there but damaged, unreadable or too large would
+    // otherwise vanish from the movie without a word.
+    const auto resource = TeskGetResourceManager().GetImageResource(image->GetFileName());
+    if (resource->GetImage())
+        return;
+    sink.ShowMessage(ZoFormat("Image file '%s' %s cannot be read: %s\n%s", name.c_str(),
+                              slot.subject, resource->GetLoadError().c_str(), slot.remedy));
+}
+
+}  // namespace
+
 void TeskCheckImageFiles(const TeskFile& document, ZoEditor::ZoMessageSink& sink) {
-    auto check = [&sink](const TeskObject* object, const char* message) {
-        const auto* image = dynamic_cast<const TeskImageObject*>(object);
-        if (!image)
-            return;
-        const ZoString& name = image->GetFileName().GetName();
-        std::error_code error;
-        if (name.empty() || TeskIsBuiltInImageName(name) ||
-            std::filesystem::exists(image->GetFullPath(), error)) {
-            return;
-        }
-        sink.ShowMessage(ZoFormat(message, name.c_str()));
-    };
     if (document.GetEffectCount() > 0) {
         const TeskEffect& effect = *document.GetEffect(0);
-        for (int i = 0; i < effect.GetObjectCount(); ++i) {
-            check(effect.GetObject(i),
-                  "Image file '%s' used by the effect cannot be found.\nClick on the Change "
-                  "button to open the object dialog and then click Browse to locate the file, "
-                  "or a replacement.");
-        }
+        for (int i = 0; i < effect.GetObjectCount(); ++i)
+            CheckImageFile(effect.GetObject(i), kEffectSlot, sink);
     }
-    check(document.GetForegroundObject(),
-          "Image file '%s' used for the foreground object cannot be found.\nSelect Foreground "
-          "Object from the Edit menu and then click Browse to locate the file, or a "
-          "replacement.");
-    check(document.GetBackgroundObject(),
-          "Image file '%s' used for the background object cannot be found.\nSelect Background "
-          "Object from the Edit menu and then click Browse to locate the file, or a "
-          "replacement.");
+    CheckImageFile(document.GetForegroundObject(), kForegroundSlot, sink);
+    CheckImageFile(document.GetBackgroundObject(), kBackgroundSlot, sink);
 }
 
 bool TeskOpenProject(TeskFile& document, const ZoString& path, TeskFilePrompter& prompter) {

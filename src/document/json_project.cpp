@@ -108,8 +108,10 @@ void LoadJsonProject(TeskFile& document, const ZoString& path) {
     } catch (const ZoException& error) {
         throw ZoException(ZoFormat("%s: %s", path.c_str(), error.what()));
     }
-    // Image names in the JSON are relative to the JSON file's folder.
-    TeskSetProjectFolder(std::filesystem::path(path).parent_path().string());
+    // Image names in the JSON are relative to the JSON file's folder, made
+    // absolute so that they resolve whatever the working folder is later.
+    std::error_code error;
+    TeskSetProjectFolder(std::filesystem::absolute(path, error).parent_path().string());
     TeskAdoptDocument(document, std::move(loaded), "");
 }
 
@@ -136,4 +138,7 @@ void TeskLoadProjectFile(TeskFile& document, const ZoString& path) {
         LoadJsonProject(document, path);
     else
         LoadBinaryProject(document, path);
+    // Missing or damaged pictures are warnings: the project still publishes,
+    // drawing nothing for them.
+    TeskCheckImageFiles(document, TeskGetFilePrompter());
 }

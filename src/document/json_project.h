@@ -17,5 +17,6 @@ TeskLoadedDocument TeskDocumentFromJson(std::string_view text);
 
 /// Loads a project for the command line: JSON when the name ends in ".json",
 /// a project file otherwise. Throws ZoException with one line naming the
-/// file and the reason; the document is unchanged then.
+/// file and the reason; the document is unchanged then. Missing or damaged
+/// pictures are reported through the file prompter (stderr by default).
 void TeskLoadProjectFile(TeskFile& document, const ZoString& path);

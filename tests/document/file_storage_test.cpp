@@ -17,6 +17,7 @@
 #include "objects/solid_object.h"
 #include "platform/atomic_file.h"
 #include "platform/compiled_file.h"
+#include "platform/image_codec.h"
 #include "platform/temp_directory.h"
 #include "platform/zo_exception.h"
 #include "random_fields.h"
@@ -425,14 +426,16 @@ TEST_F(FileStorageOnDisk, OpenReportsMissingAndUnreadableFiles) {
     }
 }
 
-TEST_F(FileStorageOnDisk, MissingImageFilesAreReportedOncePerObject) {
+TEST_F(FileStorageOnDisk, MissingAndDamagedImageFilesAreReportedOncePerObject) {
     const ZoString present = (folder_ / "present.png").string();
-    ZoWriteFileAtomically(present, "png");
+    ZoWriteFileAtomically(present, std::string(ZoBuiltInPictureFile("<PreviewImage1>")));
+    const ZoString damaged = (folder_ / "damaged.png").string();
+    ZoWriteFileAtomically(damaged, "png");
     TeskFile document;
     ClearEffects(document);
     ZoAutoPtr<TeskEffect> fade = std::make_unique<TeskCrossFadeEffect>();
     ZoAutoPtr<TeskObject> start = std::make_unique<TeskImageObject>("/nowhere/start.png");
-    ZoAutoPtr<TeskObject> end = std::make_unique<TeskImageObject>("<PreviewImage2>");
+    ZoAutoPtr<TeskObject> end = std::make_unique<TeskImageObject>(present);
     fade->SetObject(start, 0);
     fade->SetObject(end, 1);
     document.InsertEffect(fade, 0, nullptr);
@@ -441,8 +444,8 @@ TEST_F(FileStorageOnDisk, MissingImageFilesAreReportedOncePerObject) {
     ZoAutoPtr<TeskObject> unchecked = std::make_unique<TeskImageObject>("/nowhere/other.png");
     second->SetObject(unchecked, 0);
     document.InsertEffect(second, 1, nullptr);
-    ZoAutoPtr<TeskObject> foreground = std::make_unique<TeskImageObject>("/nowhere/fg.png");
-    ZoAutoPtr<TeskObject> background = std::make_unique<TeskImageObject>(present);
+    ZoAutoPtr<TeskObject> foreground = std::make_unique<TeskImageObject>(damaged);
+    ZoAutoPtr<TeskObject> background = std::make_unique<TeskImageObject>("<PreviewImage2>");
     document.SetForegroundObject(foreground, nullptr);
     document.SetBackgroundObject(background, nullptr);
 
@@ -453,9 +456,11 @@ TEST_F(FileStorageOnDisk, MissingImageFilesAreReportedOncePerObject) {
                   "Image file '/nowhere/start.png' used by the effect cannot be found.\nClick on "
                   "the Change button to open the object dialog and then click Browse to locate "
                   "the file, or a replacement.",
-                  "Image file '/nowhere/fg.png' used for the foreground object cannot be "
-                  "found.\nSelect Foreground Object from the Edit menu and then click Browse to "
-                  "locate the file, or a replacement."}));
+                  "Image file '" + damaged +
+                      "' used for the foreground object cannot be read: The file is not a "
+                      "picture in a supported format (PNG, JPEG, GIF or BMP).\nSelect Foreground "
+                      "Object from the Edit menu and then click Browse to locate the file, or a "
+                      "replacement."}));
 }
 
 }  // namespace
