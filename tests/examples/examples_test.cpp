@@ -51,6 +51,9 @@ TEST_P(Example, BuildsDumpsAndPublishesToAValidMovie) {
     const fs::path json = GetParam();
     const fs::path folder = ZoMakeTempFileName("");
     fs::create_directories(folder);
+    // A project file names its pictures relative to its own folder, so they
+    // go beside it, as they lie beside the JSON projects.
+    fs::copy(json.parent_path() / "pictures", folder / "pictures", fs::copy_options::recursive);
     const fs::path project = folder / "example.vmb";
     ASSERT_NO_FATAL_FAILURE(RunVimbo({"build", json.string(), "-o", project.string()}));
     std::string fromJson, fromProject;
