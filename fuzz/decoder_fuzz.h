@@ -1,25 +1,29 @@
-// Feeds arbitrary bytes to the picture decoders. Besides memory errors, it
-// stops on any broken promise of the interface: only ZoException may escape,
-// and a decoded picture is within the limits and sized as its headers say.
+#pragma once
+// One picture decoder fed arbitrary bytes: each format has an entry of its
+// own, which passes on only data with that format's signature, so that the
+// fuzzer spends its time inside one decoder. Besides memory errors, it stops
+// on any broken promise of the interface: only ZoException may escape, and a
+// decoded picture is within the limits and sized as its headers say.
 #include <cstdlib>
 
 #include "platform/image_codec.h"
 #include "platform/zo_exception.h"
 
-namespace {
+namespace decoder_fuzz {
 
-void Require(bool condition) {
+inline void Require(bool condition) {
     if (!condition) {
         std::abort();
     }
 }
 
-void CheckPicture(const ZoDecodedImage& image, std::span<const uint8_t> bytes) {
+inline void CheckPicture(const ZoDecodedImage& image, ZoImageFormat format,
+                         std::optional<ZoSize> size) {
     Require(image.width > 0 && image.height > 0);
     Require(image.width <= kZoMaxImageSide && image.height <= kZoMaxImageSide);
     Require(int64_t{image.width} * image.height <= kZoMaxImagePixels);
     Require(image.rgba.size() == std::size_t(image.width) * std::size_t(image.height) * 4);
-    Require(image.format == ZoImageCodec::DetectFormat(bytes));
+    Require(image.format == format);
     bool anyTranslucent = false;
     for (std::size_t i = 3; i < image.rgba.size(); i += 4) {
         anyTranslucent = anyTranslucent || image.rgba[i] != 0xFF;
@@ -27,22 +31,25 @@ void CheckPicture(const ZoDecodedImage& image, std::span<const uint8_t> bytes) {
     Require(anyTranslucent == image.hasAlpha);
     // A GIF's first frame may widen its logical screen, so only the other
     // formats must agree with their headers exactly.
-    const std::optional<ZoSize> size = ZoImageCodec::PeekSize(bytes);
     Require(size.has_value());
-    if (image.format != ZoImageFormat::Gif) {
+    if (format != ZoImageFormat::Gif) {
         Require(*size == (ZoSize{image.width, image.height}));
     }
 }
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+/// The body of a format's LLVMFuzzerTestOneInput.
+inline int Run(ZoImageFormat format, const uint8_t* data, std::size_t size) {
     const std::span<const uint8_t> bytes(data, size);
-    ZoImageCodec::PeekSize(bytes);
+    if (ZoImageCodec::DetectFormat(bytes) != format) {
+        return -1;  // not this decoder's input: keep it out of the corpus
+    }
+    const std::optional<ZoSize> peeked = ZoImageCodec::PeekSize(bytes);
     try {
-        CheckPicture(ZoImageCodec::Decode(bytes), bytes);
+        CheckPicture(ZoImageCodec::Decode(bytes), format, peeked);
     } catch (const ZoException&) {
         // Refusing bad data with a message is the expected outcome.
     }
     return 0;
 }
+
+}  // namespace decoder_fuzz
