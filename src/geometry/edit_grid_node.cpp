@@ -345,11 +345,13 @@ bool TeskEditGridNode::UnsplitCell(int32_t c, int32_t r) {
 }
 
 void TeskEditGridNode::InsertColumn(int32_t c) {
-    Rebuild(across + 1, down, true, c, true);
+    if (across < kLargestSide)
+        Rebuild(across + 1, down, true, c, true);
 }
 
 void TeskEditGridNode::InsertRow(int32_t r) {
-    Rebuild(across, down + 1, false, r, true);
+    if (down < kLargestSide)
+        Rebuild(across, down + 1, false, r, true);
 }
 
 void TeskEditGridNode::DeleteColumn(int32_t c) {
@@ -423,8 +425,8 @@ void TeskEditGridNode::Rebuild(int32_t newAcross, int32_t newDown, bool columns,
 }
 
 void TeskEditGridNode::Resize(int32_t newAcross, int32_t newDown) {
-    newAcross = std::max(newAcross, 1);
-    newDown = std::max(newDown, 1);
+    newAcross = std::clamp(newAcross, 1, kLargestSide);
+    newDown = std::clamp(newDown, 1, kLargestSide);
     std::vector<TeskPoint2D> resized(size_t(pointSetCount) * (newAcross + 1) * (newDown + 1));
     for (int32_t s = 0; s < pointSetCount; ++s) {
         const TeskPoint2D topLeft = At(0, 0, s);

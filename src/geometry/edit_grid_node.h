@@ -15,6 +15,10 @@ class ZoFolderFile;
 /// points[c + r·(across + 1) + s·(across + 1)·(down + 1)]; cell (c, r) is
 /// cells[c + r·across].
 struct TeskEditGridNode {
+    /// Most cells a node holds across and down. Beyond it a grid neither fits
+    /// a movie's depths (two sprites per triangle) nor can be edited by hand.
+    static constexpr int32_t kLargestSide = 64;
+
     struct Cell {
         ZoAutoPtr<TeskEditGridNode> child;  ///< null while the cell is not split
         bool diagonal =
@@ -71,7 +75,8 @@ struct TeskEditGridNode {
     TeskEditGridNode* SplitCell(int32_t c, int32_t r);
     /// Drops the cell's child; flips the diagonal if the node is then invalid.
     bool UnsplitCell(int32_t c, int32_t r);
-    /// Cuts cell column c (row r) in half at the midpoints of its edges.
+    /// Cuts cell column c (row r) in half at the midpoints of its edges;
+    /// nothing happens once the node has kLargestSide columns (rows).
     void InsertColumn(int32_t c);
     void InsertRow(int32_t r);
     /// Removes the grid line between cell columns c and c + 1 (rows r and
@@ -79,8 +84,9 @@ struct TeskEditGridNode {
     /// child. Nothing happens to the last column (row).
     void DeleteColumn(int32_t c);
     void DeleteRow(int32_t r);
-    /// A fresh across × down grid blended between the node's corners; all
-    /// children are dropped and every diagonal runs top-left to bottom-right.
+    /// A fresh across × down grid (each clamped to 1..kLargestSide) blended
+    /// between the node's corners; all children are dropped and every
+    /// diagonal runs top-left to bottom-right.
     void Resize(int32_t newAcross, int32_t newDown);
     /// Evenly spaced points over (x0, y0)–(x1, y1), and the same inside each
     /// child over its cell; diagonals and children stay.

@@ -11,9 +11,6 @@ namespace {
 
 enum CellFlags : int32_t { kDiagonal = 1, kSplit = 2 };
 
-// Bounds that keep a damaged record from asking for absurd allocations.
-constexpr int32_t kLargestSide = 1000;
-
 int32_t ReadInt32Or(ZoFolderFile& file, int32_t fallback) {
     try {
         return file.ReadInt32();
@@ -45,6 +42,7 @@ ZoAutoPtr<TeskEditGridNode> TeskEditGridNode::Read(ZoFolderFile& file, TeskEditG
     auto node = std::make_unique<TeskEditGridNode>(parent, pointSetCount);
     node->across = ReadInt32Or(file, 1);
     node->down = ReadInt32Or(file, 1);
+    // The bounds also keep a damaged record from asking for absurd allocations.
     if (node->across < 1 || node->across > kLargestSide || node->down < 1 ||
         node->down > kLargestSide)
         throw ZoException("The grid record is damaged.");

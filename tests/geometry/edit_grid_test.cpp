@@ -5,6 +5,7 @@
 #include <random>
 
 #include "geometry/mesh_checks.h"
+#include "platform/compiled_file.h"
 
 namespace {
 
@@ -33,6 +34,24 @@ void ExpectNear(const Corners& actual, const Corners& expected) {
         EXPECT_NEAR(got.x, want.x, 1e-15);
         EXPECT_NEAR(got.y, want.y, 1e-15);
     }
+}
+
+// The grid's record as bytes of a project file.
+std::string RecordOf(const TeskEditGridTriangulation& grid) {
+    ZoCompiledFile file(ZoFourCC("TSK1"), 1);
+    file.Open(true, true);
+    grid.Write(file);
+    file.Close();
+    return file.ToBytes();
+}
+
+// The grid as a project file stores and loads it.
+TeskEditGridTriangulation StoredAndLoaded(const TeskEditGridTriangulation& grid) {
+    ZoCompiledFile file = ZoCompiledFile::FromBytes(RecordOf(grid), ZoFourCC("TSK1"));
+    file.Open(false, false);
+    TeskEditGridTriangulation loaded;
+    loaded.Read(file);
+    return loaded;
 }
 
 double AreaOf(const TeskTriangulation& mesh, int32_t set) {
@@ -217,6 +236,14 @@ TEST(EditGridTest, InsertsAndDeletesColumnsAndRows) {
     single.Root().DeleteColumn(0);
     single.Root().DeleteRow(0);
     EXPECT_EQ(single.GetTriangleCount(), 2);
+
+    // A full node grows no further, so that what is saved loads again.
+    const int32_t largest = GridNode::kLargestSide;
+    TeskEditGridTriangulation full = Grid(largest + 5, largest);
+    full.Root().InsertColumn(3);
+    full.Root().InsertRow(3);
+    EXPECT_EQ(full.GetTriangleCount(), 2 * largest * largest);
+    EXPECT_EQ(RecordOf(StoredAndLoaded(full)), RecordOf(full));
 }
 
 TEST(EditGridTest, DiagonalsAndSplitsNeverFoldTheMesh) {
@@ -343,6 +370,12 @@ TEST(EditGridPropertyTest, RandomEditsKeepTheGridValidSeed4242) {
         }
         for (int32_t set = 0; set < 2; ++set)
             ASSERT_NEAR(AreaOf(grid, set), 1.0, 1e-9);
+        if (step % 100 == 0) {
+            const TeskEditGridTriangulation loaded = StoredAndLoaded(grid);
+            ASSERT_EQ(RecordOf(loaded), RecordOf(grid));
+            ASSERT_EQ(loaded.GetPointCount(), grid.GetPointCount());
+            ASSERT_TRUE(WellFormed(loaded.Root()));
+        }
     }
     EXPECT_GT(refused, 0);
 }
