@@ -7,6 +7,7 @@
 #include "effects/lens_effect.h"
 #include "effects/rotate_3d_effect.h"
 #include "effects/spiral_effect.h"
+#include "effects/test_effect.h"
 #include "effects/twist_effect.h"
 #include "effects/wave_effect.h"
 
@@ -20,6 +21,7 @@ void TeskRegisterEffects() {
              &TeskLensEffect::Info(),
              &TeskRotate3DEffect::Info(),
              &TeskSpiralEffect::Info(),
+             &TeskTestEffect::Info(),
              &TeskTwistEffect::Info(),
              &TeskWaveEffect::Info(),
          }) {

@@ -4,7 +4,7 @@
 
 #include "platform/zo_units.h"
 
-TeskScreenAxis::TeskScreenAxis(int32_t degrees, const ZoRect& rect) noexcept {
+TeskScreenAxis::TeskScreenAxis(double degrees, const ZoRect& rect) noexcept {
     const double angle = degrees * kZoDegreesToRadians;
     sin_ = std::sin(angle);
     cos_ = std::cos(angle);

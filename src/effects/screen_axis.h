@@ -22,7 +22,7 @@ struct TeskAxisFoot {
 /// The axis at `degrees` (0 up the screen, growing clockwise) over `rect`.
 class TeskScreenAxis {
   public:
-    TeskScreenAxis(int32_t degrees, const ZoRect& rect) noexcept;
+    TeskScreenAxis(double degrees, const ZoRect& rect) noexcept;
 
     /// The axis direction's sine and cosine; it points from A to B, (sin, −cos).
     double Sin() const noexcept { return sin_; }

@@ -5,7 +5,7 @@
 
 #include "effects/twist_effect.h"
 
-TeskTwistSurface::TeskTwistSurface(int32_t degrees, int32_t style, const ZoRect& rect) noexcept
+TeskTwistSurface::TeskTwistSurface(double degrees, int32_t style, const ZoRect& rect) noexcept
     : axis_(degrees, rect), style_(style) {}
 
 double TeskTwistSurface::Progress(int32_t frame, int32_t frameCount) const noexcept {

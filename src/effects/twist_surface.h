@@ -14,7 +14,7 @@ class TeskTwistSurface {
   public:
     /// `degrees`: the axis direction (0 up the screen, clockwise); `style` a
     /// TeskTwistEffect::TwistStyle (unknown styles run as "Continuous").
-    TeskTwistSurface(int32_t degrees, int32_t style, const ZoRect& rect) noexcept;
+    TeskTwistSurface(double degrees, int32_t style, const ZoRect& rect) noexcept;
 
     /// How far the effect has got in frame `frame` of `frameCount`: a pulse
     /// runs from 0 at the first frame to 1 at the last, so that it starts and

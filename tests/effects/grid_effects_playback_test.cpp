@@ -2,7 +2,7 @@
 // turning a red object over a green background object: the first frame
 // shows the object whole, the pieces close up wherever the object should
 // cover the movie, and the middle and last frames show what each effect has
-// done by then. Here the rotate 3D, lens and spiral effects.
+// done by then. Here the rotate 3D, lens, spiral and test effects.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -13,6 +13,7 @@
 #include "effects/rotate_3d_effect.h"
 #include "effects/rotate_3d_motion.h"
 #include "effects/spiral_effect.h"
+#include "effects/test_effect.h"
 #include "objects/solid_object.h"
 #include "playback/pixel_checks.h"
 #include "playback/playback_movie.h"
@@ -49,6 +50,7 @@ ZoAutoPtr<TeskEffect> Make() {
 const playback::PlaybackMovie kRotate = Movie("rotate_3d", Make<TeskRotate3DEffect>);
 const playback::PlaybackMovie kLens = Movie("lens", Make<TeskLensEffect>);
 const playback::PlaybackMovie kSpiral = Movie("spiral", Make<TeskSpiralEffect>);
+const playback::PlaybackMovie kTest = Movie("test_effect", Make<TeskTestEffect>);
 
 // The red object under the rotate 3D effect's flat light in frame `frame`.
 playback::Rgb RotatedObject(int frame) {
@@ -112,6 +114,15 @@ TEST(GridEffectsPlayback, TheSpiralRocksBackToRestAndKeepsItsCorners) {
     // Turned again towards the end, the middle most; the corners stay.
     EXPECT_TRUE(playback::ColoursAt(kSpiral.Frame(23), Samples(kObject, true), 4));
     EXPECT_GT(PixelsNear(kSpiral.Frame(23), kBackground), 0);
+}
+
+TEST(GridEffectsPlayback, TheTestEffectExplodesThePiecesApart) {
+    ExpectCovered(kTest, 0, kObject);
+    for (const int frame : {12, 23}) {
+        const playback::PngImage picture = kTest.Frame(frame);
+        EXPECT_GT(PixelsNear(picture, kBackground), AllPixels(picture) / 20) << frame;
+        EXPECT_GT(PixelsNear(picture, kObject), AllPixels(picture) / 20) << frame;
+    }
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // Silver files: every placement of every frame of a small movie, with the
 // default settings and with others, so that no change to what they compute
-// passes unnoticed. Here of the rotate 3D, lens and spiral effects.
+// passes unnoticed. Here of the rotate 3D, lens, spiral and test effects.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -9,6 +9,7 @@
 #include "effects/lens_effect.h"
 #include "effects/rotate_3d_effect.h"
 #include "effects/spiral_effect.h"
+#include "effects/test_effect.h"
 #include "placement_record.h"
 #include "silver_file.h"
 
@@ -58,6 +59,7 @@ const SilverCase kCases[] = {
     {"rotate_3d_slanted_axis.txt", [] { return Rotate3D(30); }},
     {"spiral_default.txt", Default<TeskSpiralEffect>},
     {"spiral_screw_up.txt", [] { return Spiral(TeskSpiralEffect::kScrewUp, 80); }},
+    {"test_default.txt", Default<TeskTestEffect>},
 };
 
 std::string Record(TeskGridEffect& effect) {
@@ -80,6 +82,19 @@ TEST(GridEffectsSilverTest, TheLensOnEachPathMatchesTheSilverFile) {
         text += Record(*Lens(preset, preset % 2));
     }
     EXPECT_TRUE(effect_test::MatchesSilver("lens_paths.txt", text));
+}
+
+// Every type but the default one; the twist on a slanted axis.
+TEST(GridEffectsSilverTest, EachTestTypeMatchesTheSilverFile) {
+    std::string text;
+    for (int32_t type = TeskTestEffect::kSphere; type <= TeskTestEffect::kTwist; ++type) {
+        TeskTestEffect effect;
+        effect.SetTestType(type, nullptr);
+        effect.SetParameter1(12, nullptr);
+        text += effect_test::Format("type %d\n", type);
+        text += Record(effect);
+    }
+    EXPECT_TRUE(effect_test::MatchesSilver("test_types.txt", text));
 }
 
 }  // namespace

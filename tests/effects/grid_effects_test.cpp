@@ -1,5 +1,5 @@
 // Registry entries, undoable setters and records that fall back to the
-// defaults as a whole, of the rotate 3D, lens and spiral effects.
+// defaults as a whole, of the rotate 3D, lens, spiral and test effects.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -10,6 +10,7 @@
 #include "effects/register_effects.h"
 #include "effects/rotate_3d_effect.h"
 #include "effects/spiral_effect.h"
+#include "effects/test_effect.h"
 #include "platform/compiled_file.h"
 
 namespace {
@@ -49,6 +50,11 @@ const Case kCases[] = {
      1, [] { return ZoAutoPtr<TeskEffect>(std::make_unique<TeskSpiralEffect>()); },
      TeskSpiralEffect::kSpiralSpeedName,
      [](TeskEffect& e, auto* t) { As<TeskSpiralEffect>(e).SetSpiralSpeed(5, t); }},
+    {"{F016D613-8536-4F74-A3C1-F4F8C9527A40}", "Test Effect", 157, 6,
+     "::/html/Dialogs/TestEffectsDialog.htm", 2,
+     [] { return ZoAutoPtr<TeskEffect>(std::make_unique<TeskTestEffect>()); },
+     TeskTestEffect::kTestTypeName,
+     [](TeskEffect& e, auto* t) { As<TeskTestEffect>(e).SetTestType(TeskTestEffect::kCube, t); }},
 };
 
 TEST(GridEffectsTest, RegisteredInChooserOrderWithTheirInfo) {
