@@ -1,4 +1,4 @@
-// The lens's paths, its warp and its movie.
+// The lens's paths, its warp and where it goes.
 #include "effects/lens_effect.h"
 
 #include <gtest/gtest.h>
@@ -6,12 +6,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "effect_fakes.h"
 #include "effects/lens_warp.h"
-#include "media/swf_movie.h"
-#include "objects/solid_object.h"
-#include "platform/compiled_file.h"
-#include "support/movie_check.h"
 
 namespace {
 
@@ -108,59 +103,14 @@ TEST(LensWarpTest, PathTimeResetsOrReturnsAtTheEnd) {
     EXPECT_DOUBLE_EQ(TeskLensPathTime(E::kResetToBeginning, 1, 0, 1), 0.0);
 }
 
-TEST(LensEffectTest, TheDefaultLensStartsOnTheLeftEdgeAndMovesTheCornersNearIt) {
+TEST(LensEffectTest, TheDefaultLensCrossesFromTheMiddleOfTheLeftEdge) {
     TeskLensEffect lens;
     const ZoRect rect{0, 0, 4000, 2000};
-    EXPECT_EQ(lens.LensCentre(rect, 0, 24), (ZoPoint{0, 1000}));
-    TeskSWFMovie movie;
-    movie.SetWidth(200);
-    movie.SetHeight(100);
-    movie.SetFrameRate(12);
-    ZoAutoPtr<TeskObject> object = std::make_unique<TeskSolidObject>(0xFF0000);
-    lens.SetLensObject(object, nullptr);
-    effect_test::SetFixedGrid(lens, TeskGridEffect::kRectangularNWSE, 8, 4);
-    TeskMeshEffect::MeshTriangleList mesh = lens.BuildMesh(movie, rect);
-    lens.MoveMesh(mesh, rect, 0, 24);
-    int moved = 0;
-    for (const auto& triangle : mesh) {
-        for (size_t k = 0; k < 3; ++k) {
-            const ZoPoint rest = triangle.restCorners[k];
-            const double r = std::hypot(rest.x, rest.y - 1000.0);
-            if (r == 0.0 || r > 4000.0)
-                EXPECT_EQ(triangle.corners[k], rest);
-            else
-                moved += triangle.corners[k] != rest;
-        }
-    }
-    EXPECT_GT(moved, 0);
-
-    lens.CompileAlone(movie);
-    const SwfTest::WrittenMovie written = SwfTest::WriteAndValidate(movie);
-    EXPECT_TRUE(written.result.problems.empty()) << written.Problems();
-    EXPECT_EQ(written.result.movie.frameCount, 24);
-}
-
-TEST(LensEffectTest, ThePathRoundTripsThroughItsRecord) {
-    TeskLensEffect written;
-    Path path = Path::Preset(12);
-    path.InsertKey(1, 7, 0.4);
-    written.SetPath(path, nullptr);
-    written.SetPathRepeat(3, nullptr);
-    ZoCompiledFile file(ZoFourCC("TSK1"), 0x01000000);
-    ASSERT_TRUE(file.Open(true, true));
-    {
-        ZoFolderGuard root(file, true);
-        written.Write(file);
-    }
-    file.Close();
-    ASSERT_TRUE(file.Open(false, false));
-    TeskLensEffect read;
-    {
-        ZoFolderGuard root(file, false);
-        read.Read(file);
-    }
-    EXPECT_EQ(read.GetPath(), path);
-    EXPECT_EQ(read.GetPathRepeat(), 3);
+    EXPECT_EQ(lens.LensCentre(rect, 0, 25), (ZoPoint{0, 1000}));
+    EXPECT_EQ(lens.LensCentre(rect, 12, 25), (ZoPoint{2000, 1000}));
+    EXPECT_EQ(lens.LensCentre(rect, 24, 25), (ZoPoint{0, 1000}));
+    lens.SetPathAtEnd(TeskLensEffect::kReturnToBeginning, nullptr);
+    EXPECT_EQ(lens.LensCentre(rect, 12, 25), (ZoPoint{4000, 1000}));
 }
 
 }  // namespace

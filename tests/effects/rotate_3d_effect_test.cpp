@@ -1,4 +1,4 @@
-// The rotate 3D effect's turn, its flat light and its movie.
+// The rotate 3D effect's turn and its flat light.
 #include "effects/rotate_3d_effect.h"
 
 #include <gtest/gtest.h>
@@ -6,7 +6,6 @@
 #include "effect_fakes.h"
 #include "media/swf_movie.h"
 #include "objects/solid_object.h"
-#include "support/movie_check.h"
 
 namespace {
 
@@ -76,24 +75,6 @@ TEST(Rotate3DEffectTest, EveryTriangleTakesTheOneFlatLightOfTheObject) {
     rotate.SetUseLighting(false, nullptr);
     EXPECT_TRUE(Same(TurnedMesh(rotate, 3).front().colourTransformation,
                      ZoFlash::ZoSWFColourTransformation()));
-}
-
-TEST(Rotate3DEffectTest, PlacesEveryTriangleInEveryFrame) {
-    TeskSWFMovie movie;
-    movie.SetWidth(100);
-    movie.SetHeight(80);
-    movie.SetFrameRate(12);
-    TeskRotate3DEffect rotate;
-    ZoAutoPtr<TeskObject> object = std::make_unique<TeskSolidObject>(0x0000FF);
-    rotate.SetRotateObject(object, nullptr);
-    rotate.CompileAlone(movie);
-    const SwfTest::WrittenMovie written = SwfTest::WriteAndValidate(movie);
-    ASSERT_TRUE(written.result.problems.empty()) << written.Problems();
-    ASSERT_EQ(written.result.movie.frameCount, 24);
-    const size_t pieces = movie.GetScene(0)->GetFrame(0)->GetPlacements().size();
-    EXPECT_GT(pieces, 8u);
-    for (int32_t f = 0; f < 24; ++f)
-        EXPECT_EQ(movie.GetScene(0)->GetFrame(f)->GetPlacements().size(), pieces) << f;
 }
 
 }  // namespace
