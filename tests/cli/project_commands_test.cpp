@@ -6,6 +6,7 @@
 
 #include "cli/command_line.h"
 #include "platform/atomic_file.h"
+#include "platform/image_codec.h"
 #include "platform/temp_directory.h"
 #include "support/swf_reader.h"
 
@@ -142,6 +143,82 @@ TEST_F(ProjectCommands, PublishWithoutAProjectGivesTheNewDocumentsWave) {
     ASSERT_EQ(actions.size(), 1u);
     EXPECT_EQ(actions[0].url, "FSCommand:showmenu");
     EXPECT_EQ(actions[0].target, "false");
+}
+
+SwfTest::Movie ValidMovie(const std::string& path) {
+    const std::string swf = ReadAll(path);
+    const SwfTest::Validation result =
+        SwfTest::ValidateSwf(std::vector<uint8_t>(swf.begin(), swf.end()));
+    for (const std::string& problem : result.problems)
+        ADD_FAILURE() << problem;
+    return result.movie;
+}
+
+TEST_F(ProjectCommands, PublishFindsPicturesBesideTheProjectFromAnyFolder) {
+    fs::create_directories(Path("pictures"));
+    ZoWriteFileAtomically(Path("pictures/p.png"),
+                          std::string(ZoBuiltInPictureFile("<PreviewImage1>")));
+    ZoWriteFileAtomically(Path("in.json"), R"({"effects": [{"effect": "Wave",
+        "object": {"kind": "Image", "fileName": "pictures/p.png"}}]})");
+    const fs::path previous = fs::current_path();
+    std::string movies[2];
+    int i = 0;
+    for (const auto& [folder, project] :
+         {std::pair{fs::path("/"), Path("in.json")}, std::pair{folder_, std::string("in.json")}}) {
+        fs::current_path(folder);
+        const std::string movie = Path(i == 0 ? "a.swf" : "b.swf");
+        const CommandResult run = Vimbo({"publish", project, "-o", movie});
+        EXPECT_EQ(run.code, 0) << run.err;
+        EXPECT_EQ(run.err, "");
+        EXPECT_EQ(ValidMovie(movie).bitmaps.size(), 1u) << folder;
+        movies[i++] = ReadAll(movie);
+    }
+    fs::current_path(previous);
+    EXPECT_EQ(movies[0], movies[1]);
+}
+
+// A BMP header announcing `width` x `height` pixels of 24 bits, and no pixels.
+std::string BmpHeader(int32_t width, int32_t height) {
+    std::string bmp = "BM";
+    const auto put = [&bmp](uint32_t value, int bytes) {
+        for (int i = 0; i < bytes; ++i)
+            bmp += static_cast<char>(value >> (8 * i));
+    };
+    put(54, 4), put(0, 4), put(54, 4);
+    put(40, 4), put(width, 4), put(height, 4), put(1, 2), put(24, 2);
+    put(0, 4), put(0, 4), put(0, 4), put(0, 4), put(0, 4), put(0, 4);
+    return bmp;
+}
+
+TEST_F(ProjectCommands, PublishWarnsOfEachBadPictureAndLeavesItsObjectEmpty) {
+    ZoWriteFileAtomically(Path("damaged.png"), "\x89PNG\r\n\x1a\n and then nothing");
+    ZoWriteFileAtomically(Path("huge.bmp"), BmpHeader(20000, 10));
+    fs::create_directories(Path("folder.png"));
+    ZoWriteFileAtomically(Path("in.json"), R"({
+        "foregroundObject": {"kind": "Image", "fileName": "missing.png"},
+        "backgroundObject": {"kind": "Image", "fileName": "damaged.png"},
+        "effects": [{"effect": "Cross Fade",
+            "startObject": {"kind": "Image", "fileName": "huge.bmp", "placement": 9},
+            "endObject": {"kind": "Image", "fileName": "folder.png"}}]})");
+    const CommandResult run = Vimbo({"publish", Path("in.json"), "-o", Path("movie.swf")});
+    ASSERT_EQ(run.code, 0) << run.err;
+    const std::string messages[] = {
+        "Image file 'huge.bmp' used by the effect cannot be read: The picture is too large "
+        "(20000 x 10 pixels",
+        "Image file 'folder.png' used by the effect cannot be read: The file '",
+        "Image file 'missing.png' used for the foreground object cannot be found.\nSelect "
+        "Foreground Object",
+        "Image file 'damaged.png' used for the background object cannot be read: The PNG "
+        "picture is corrupt or truncated",
+    };
+    size_t from = 0;
+    for (const std::string& message : messages) {
+        from = run.err.find(message, from);
+        EXPECT_NE(from, std::string::npos) << message << "\nin:\n" << run.err;
+    }
+    const SwfTest::Movie movie = ValidMovie(Path("movie.swf"));
+    EXPECT_TRUE(movie.bitmaps.empty());
+    EXPECT_GT(movie.frameCount, 0);
 }
 
 TEST_F(ProjectCommands, PublishFailuresLeaveNothingBehind) {
