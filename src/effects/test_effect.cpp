@@ -1,6 +1,5 @@
 #include "effects/test_effect.h"
 
-#include <cmath>
 #include <numbers>
 
 #include "effects/mesh_frames.h"
@@ -112,16 +111,20 @@ double TimeOf(TeskTestEffect::TestType type, int32_t frame, int32_t frameCount) 
     return steps > 0 ? static_cast<double>(frame) / steps : 0.0;
 }
 
+// Sets the triangle's corners to its rest corners carried by `m`, projected.
+void MoveThrough(TeskMeshEffect::MeshTriangle& triangle, const TeskMatrix4& m, const ZoRect& rect) {
+    for (size_t k = 0; k < 3; ++k) {
+        const ZoPoint p = triangle.restCorners[k];
+        triangle.corners[k] = TeskProject(
+            m.Transform({static_cast<double>(p.x), static_cast<double>(p.y), 0.0}), rect);
+    }
+}
+
 void Explode(MeshTriangleList& mesh, const TeskTestFrame& frame, double t) {
     for (size_t j = 0; j < mesh.size(); ++j) {
-        auto& triangle = mesh[j];
-        const TeskMatrix4 m =
-            TeskTestExplodeMatrix(frame, triangle.restCorners, static_cast<int32_t>(j), t);
-        for (size_t k = 0; k < 3; ++k) {
-            const ZoPoint p = triangle.restCorners[k];
-            triangle.corners[k] = TeskProject(
-                m.Transform({static_cast<double>(p.x), static_cast<double>(p.y), 0.0}), frame.rect);
-        }
+        MoveThrough(mesh[j],
+                    TeskTestExplodeMatrix(frame, mesh[j].restCorners, static_cast<int32_t>(j), t),
+                    frame.rect);
     }
 }
 
@@ -175,14 +178,10 @@ void TeskTestEffect::PlaceCube(MeshTriangleList& mesh, const ZoRect& rect, int32
     for (int32_t face = 0; face < 6; ++face) {
         const TeskMatrix4 m = TeskTestCubeFace(testFrame, face).Apply(TeskMatrix4::RotationY(spin));
         bool facing = true;
+        // A face is shown whole or not at all.
         for (size_t j = 0; j < mesh.size() && facing; ++j) {
-            MeshTriangle& triangle = mesh[j];
-            for (size_t k = 0; k < 3; ++k) {
-                const ZoPoint p = triangle.restCorners[k];
-                triangle.corners[k] = TeskProject(
-                    m.Transform({static_cast<double>(p.x), static_cast<double>(p.y), 0.0}), rect);
-            }
-            facing = TeskFacesViewer(triangle.corners);
+            MoveThrough(mesh[j], m, rect);
+            facing = TeskFacesViewer(mesh[j].corners);
         }
         if (!facing)
             continue;
