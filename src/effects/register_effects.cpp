@@ -5,6 +5,7 @@
 #include "effects/curl_up_effect.h"
 #include "effects/explode_effect.h"
 #include "effects/lens_effect.h"
+#include "effects/morph_effect.h"
 #include "effects/rotate_3d_effect.h"
 #include "effects/spiral_effect.h"
 #include "effects/test_effect.h"
@@ -19,6 +20,7 @@ void TeskRegisterEffects() {
              &TeskCurlUpEffect::Info(),
              &TeskExplodeEffect::Info(),
              &TeskLensEffect::Info(),
+             &TeskMorphEffect::Info(),
              &TeskRotate3DEffect::Info(),
              &TeskSpiralEffect::Info(),
              &TeskTestEffect::Info(),
