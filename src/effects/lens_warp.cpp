@@ -1,8 +1,13 @@
 #include "effects/lens_warp.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
+
+// Far beyond the page's ±100, and P = 10^(±20) still leaves the arithmetic
+// finite; a stored power past it acts as the limit.
+constexpr int32_t kPowerLimit = 1000;
 
 // Drops the remainder of a division by 20, towards zero.
 constexpr int32_t ToWholePixelTowardsZero(int32_t v) noexcept {
@@ -12,7 +17,8 @@ constexpr int32_t ToWholePixelTowardsZero(int32_t v) noexcept {
 }  // namespace
 
 TeskLens::TeskLens(int32_t radius, int32_t power) noexcept
-    : radius_(radius), power_(std::pow(10.0, power * 0.02)) {}
+    : radius_(radius),
+      power_(std::pow(10.0, std::clamp(power, -kPowerLimit, kPowerLimit) * 0.02)) {}
 
 double TeskLens::MovedShare(double share) const noexcept {
     // Power 0 (P = 1) divides zero by zero; the formula tends to no change.

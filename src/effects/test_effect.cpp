@@ -1,5 +1,6 @@
 #include "effects/test_effect.h"
 
+#include <cmath>
 #include <numbers>
 
 #include "effects/mesh_frames.h"
@@ -87,8 +88,10 @@ double TeskTestEffect::TwistDegrees() const noexcept {
 TeskMeshEffect::MeshTriangleList TeskTestEffect::BuildMesh(TeskSWFMovie& movie,
                                                            const ZoRect& rect) {
     const TestType type = GetCompiledType();
-    // The twist's automatic grid is cut across its axis.
-    const int32_t angle = type == kTwist ? static_cast<int32_t>(TwistDegrees() + 90.0) : 45;
+    // The twist's automatic grid is cut across its axis (taken within one
+    // turn, so that no stored parameter overflows the whole degrees).
+    const int32_t angle =
+        type == kTwist ? static_cast<int32_t>(std::fmod(TwistDegrees(), 360.0) + 90.0) : 45;
     ZoAutoPtr<TeskTriangulation> triangulation;
     BuildTriangulation(rect, triangulation, angle, 1);
     MeshTriangleList mesh;

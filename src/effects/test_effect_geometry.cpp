@@ -42,8 +42,10 @@ TeskMatrix4 TeskTestExplodeMatrix(const TeskTestFrame& frame, const TeskTriangle
 
 TeskSurfacePoint TeskTestSpherePoint(const TeskTestFrame& frame, ZoPoint rest, double t) noexcept {
     const ZoRect& r = frame.rect;
-    const double longitude = ((rest.x - r.left) / static_cast<double>(r.Width()) + t) * 2.0 * kPi;
-    const double latitude = ((rest.y - r.top) / static_cast<double>(r.Height()) - 0.5) * kPi * 0.6;
+    // An empty rectangle's points all lie on its first meridian and equator.
+    const double width = std::max(r.Width(), 1), height = std::max(r.Height(), 1);
+    const double longitude = ((rest.x - r.left) / width + t) * 2.0 * kPi;
+    const double latitude = ((rest.y - r.top) / height - 0.5) * kPi * 0.6;
     const TeskPoint3D normal =
         TeskNormalise({std::cos(latitude) * std::sin(longitude), std::sin(latitude),
                        std::cos(longitude) * std::cos(latitude)});

@@ -83,6 +83,8 @@ TEST(LensWarpTest, CornersMoveAsTheLensPowerSays) {
                           {30, 1.0, 1.0}}) {
         EXPECT_NEAR(TeskLens(4000, c.power).MovedShare(c.share), c.moved, 5e-5) << c.power;
     }
+    // A stored power far past the page's range still gives a finite lens.
+    EXPECT_NEAR(TeskLens(4000, 2000000000).MovedShare(0.5), 1.0, 1e-6);
     const TeskLens lens(4000, 30);
     const ZoPoint centre{1000, 1000};
     EXPECT_EQ(lens.Apply({1000, 1000}, centre), centre);
