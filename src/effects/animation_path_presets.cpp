@@ -7,14 +7,14 @@ namespace {
 
 using Path = TeskAnimationPath;
 
-struct NodeSpec {
+struct PresetNode {
     int32_t kind;
     TeskPoint2D point;
 };
 
-Path FromNodes(std::initializer_list<NodeSpec> nodes) {
+Path FromNodes(std::initializer_list<PresetNode> nodes) {
     Path path;
-    for (const NodeSpec& node : nodes)
+    for (const PresetNode& node : nodes)
         path.InsertNode(path.GetNodeCount(), node.kind, node.point);
     return path;
 }
