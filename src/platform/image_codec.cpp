@@ -160,7 +160,7 @@ void CheckSize(int64_t width, int64_t height) {
             ZoFormat("The picture is too large (%lld x %lld pixels; at most %d "
                      "pixels a side and %lld million pixels in all).",
                      static_cast<long long>(width), static_cast<long long>(height), kZoMaxImageSide,
-                     static_cast<long long>(kZoMaxImagePixels / (1024 * 1024))));
+                     static_cast<long long>(kZoMaxImagePixels / 1000000)));
     }
 }
 
