@@ -1,11 +1,10 @@
 #include <CLI/CLI.hpp>
-#include <filesystem>
 
+#include "cli/output_file.h"
 #include "cli/project_commands.h"
 #include "document/json_project.h"
 #include "effects/register_effects.h"
 #include "platform/atomic_file.h"
-#include "platform/zo_exception.h"
 
 namespace {
 
@@ -16,11 +15,7 @@ struct BuildOptions {
 };
 
 void RunBuild(const BuildOptions& options) {
-    std::error_code error;
-    if (!options.force && std::filesystem::exists(options.output, error)) {
-        throw ZoException(
-            ZoFormat("'%s' already exists; use --force to replace it", options.output.c_str()));
-    }
+    VimboRefuseToReplace(options.output, options.force);
     TeskRegisterEffects();
     TeskFile document;
     TeskLoadProjectFile(document, options.project);

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
+#include "cli/export_grid_command.h"
 #include "cli/project_commands.h"
 #include "cli/render_command.h"
 #include "platform/zo_exception.h"
@@ -33,6 +34,7 @@ int VimboRunCommandLine(const std::vector<std::string>& arguments,
     app.require_subcommand(0, 1);
     VimboAddDumpCommand(app);
     VimboAddBuildCommand(app);
+    VimboAddExportGridCommand(app);
     VimboAddPublishCommand(app);
     VimboAddRenderCommand(app);
 

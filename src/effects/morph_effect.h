@@ -64,8 +64,8 @@ class TeskMorphEffect : public TeskMeshEffect {
     /// Exchanges the objects and every point's start and end places, as one change.
     void Reverse(ZoEditor::ZoEditTransaction* transaction);
 
-    /// Depth of the first start-mesh triangle; the end mesh follows the
-    /// start mesh, one depth per triangle of the triangulation.
+    /// Depth of the whole end object on the last step: above the start mesh
+    /// (from kMaskDepth + 1, one depth per triangle) and the end mesh after it.
     int32_t GetEndObjectDepth() const noexcept;
 
     /// One frame per effect frame: both meshes on the travelling corners
