@@ -98,7 +98,12 @@ void TeskEffect::Write(ZoFolderFile& file) const {
 }
 
 void TeskEffect::SwapState(ZoAutoPtr<State>& other) {
-    if (other && typeid(*other) == typeid(*state_))
+    if (!other)
+        return;
+    // Bound to references first: typeid on a dereference reads as a side effect.
+    const State& incoming = *other;
+    const State& current = *state_;
+    if (typeid(incoming) == typeid(current))
         std::swap(state_, other);
 }
 
