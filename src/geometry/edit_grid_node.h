@@ -17,7 +17,7 @@ class ZoFolderFile;
 struct TeskEditGridNode {
     /// Most cells a node holds across and down. Beyond it a grid neither fits
     /// a movie's depths (two sprites per triangle) nor can be edited by hand.
-    static constexpr int32_t kLargestSide = 64;
+    static constexpr int32_t kLargestSide = 32;
 
     struct Cell {
         ZoAutoPtr<TeskEditGridNode> child;  ///< null while the cell is not split
