@@ -15,7 +15,7 @@ else
 endif
 VIMBO := $(BUILD_DIR)/src/vimbo
 
-.PHONY: setup configure build run test bench fuzz install format clean
+.PHONY: setup configure build run test bench fuzz install format clean screenshots
 
 setup:
 	@scripts/setup
@@ -42,6 +42,11 @@ fuzz: setup
 	    -DVIMBO_FUZZ=ON -DVIMBO_APP=OFF -DVIMBO_BENCH=OFF >/dev/null
 	@cmake --build build/fuzz -j $(JOBS)
 	@scripts/run-fuzzers build/fuzz/fuzz $(FUZZ_SECONDS)
+
+# The editor's pictures in docs/screenshots: the new document and one example
+# per effect, drawn without a screen, the same every time.
+screenshots: build
+	@QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/src/app/vimbo-screenshots examples docs/screenshots
 
 install: build
 	@cmake --install $(BUILD_DIR)

@@ -30,6 +30,8 @@ class TeskPreviewPane final : public QWidget {
     void PollPreview();
 
     bool HasMovie() const noexcept { return player_.has_value(); }
+    /// Whether the movie shown is the newest one asked for.
+    bool IsUpToDate() const noexcept { return session_.ShowsNewestRequest(); }
     bool IsPlaying() const noexcept { return playing_; }
     int32_t GetCurrentFrame() const noexcept { return frame_; }
     int32_t GetFrameCount() const noexcept;
