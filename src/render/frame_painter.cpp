@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "render/bitmap_surface.h"
 
@@ -12,6 +13,9 @@ namespace {
 constexpr int kMaxNesting = 32;
 // Gradients span this square of their own space, mapped by the fill matrix.
 constexpr double kGradientHalfSide = 16384;
+// Pixman takes the device-to-pattern matrix in 16.16 fixed point; with a
+// larger term Cairo fails and draws nothing more in the frame.
+constexpr double kMaxPatternTerm = 32767;
 
 enum FillType : uint8_t {
     kSolid = 0x00,
@@ -22,6 +26,13 @@ enum FillType : uint8_t {
     kRepeatingHardBitmap = 0x42,
     kClippedHardBitmap = 0x43,
 };
+
+// A placement squashed to a line or a point covers no pixel. Cairo would
+// refuse the matrix and stop drawing anything for the rest of the frame.
+bool CoversArea(const cairo_matrix_t& m) noexcept {
+    const double determinant = m.xx * m.yy - m.xy * m.yx;
+    return determinant != 0 && std::isfinite(determinant);
+}
 
 void SetColour(cairo_t* cr, Rgba c) {
     cairo_set_source_rgba(cr, c.r / 255.0, c.g / 255.0, c.b / 255.0, c.a / 255.0);
@@ -52,21 +63,37 @@ void AppendPath(cairo_t* cr, const Path& path) {
     }
 }
 
-// The pattern matrix maps user space to pattern space: the fill matrix
-// inverted. False for a fill squashed to nothing.
-bool SetPatternMatrix(cairo_pattern_t* pattern, const Matrix& fillMatrix) {
+// Device pixels to the fill's own space (gradient square or bitmap pixels);
+// nothing for a fill squashed flat.
+std::optional<cairo_matrix_t> DeviceToFill(const Matrix& fillMatrix,
+                                           const cairo_matrix_t& placement) {
     cairo_matrix_t m = ToCairo(fillMatrix);
+    cairo_matrix_multiply(&m, &m, &placement);
     if (cairo_matrix_invert(&m) != CAIRO_STATUS_SUCCESS)
-        return false;
-    cairo_pattern_set_matrix(pattern, &m);
-    return true;
+        return std::nullopt;
+    return m;
 }
 
-cairo_pattern_t* MakeGradient(const FillStyle& fill, const ColourTransform& colour) {
-    cairo_pattern_t* pattern =
-        fill.type == kLinearGradient
-            ? cairo_pattern_create_linear(-kGradientHalfSide, 0, kGradientHalfSide, 0)
-            : cairo_pattern_create_radial(0, 0, 0, 0, 0, kGradientHalfSide);
+double LargestTerm(const cairo_matrix_t& m) noexcept {
+    return std::max({std::abs(m.xx), std::abs(m.yx), std::abs(m.xy), std::abs(m.yy)});
+}
+
+// The pattern's matrix is taken as device to pattern space: set under the
+// identity, the source is locked to device pixels.
+void SetDeviceSource(cairo_t* cr, cairo_pattern_t* pattern, const cairo_matrix_t& toPattern) {
+    cairo_pattern_set_matrix(pattern, &toPattern);
+    cairo_matrix_t user;
+    cairo_get_matrix(cr, &user);
+    cairo_identity_matrix(cr);
+    cairo_set_source(cr, pattern);
+    cairo_set_matrix(cr, &user);
+}
+
+cairo_pattern_t* MakeGradient(const FillStyle& fill, const ColourTransform& colour,
+                              double halfSide) {
+    cairo_pattern_t* pattern = fill.type == kLinearGradient
+                                   ? cairo_pattern_create_linear(-halfSide, 0, halfSide, 0)
+                                   : cairo_pattern_create_radial(0, 0, 0, 0, 0, halfSide);
     for (const auto& [ratio, stop] : fill.gradient) {
         const Rgba c = colour.Apply(stop);
         cairo_pattern_add_color_stop_rgba(pattern, ratio / 255.0, c.r / 255.0, c.g / 255.0,
@@ -118,6 +145,8 @@ void FramePainter::PaintMasked(const DisplayList& list, size_t mask, size_t end,
                                const Placement& parent) {
     const DisplayEntry& entry = list[mask];
     Placement at = Child(entry, parent);
+    if (!CoversArea(at.matrix))
+        return;  // an empty mask shows nothing of what it covers
     cairo_save(cr_);
     auto shape = movie_.shapes.find(entry.characterId);
     if (shape != movie_.shapes.end()) {
@@ -147,7 +176,7 @@ void FramePainter::PaintMasked(const DisplayList& list, size_t mask, size_t end,
 }
 
 void FramePainter::PaintCharacter(uint16_t id, int32_t age, const Placement& at) {
-    if (at.nesting > kMaxNesting)
+    if (at.nesting > kMaxNesting || !CoversArea(at.matrix))
         return;
     if (auto shape = movie_.shapes.find(id); shape != movie_.shapes.end()) {
         PaintShape(shape->second, at);
@@ -187,18 +216,31 @@ bool FramePainter::SetFillSource(const FillStyle& fill, const Placement& at) {
         SetColour(cr_, at.colour.Apply(fill.colour));
         return true;
     }
-    cairo_pattern_t* pattern = MakeGradient(fill, at.colour);
-    const bool drawable = SetPatternMatrix(pattern, fill.matrix);
-    cairo_set_source(cr_, pattern);
+    std::optional<cairo_matrix_t> toGradient = DeviceToFill(fill.matrix, at.matrix);
+    if (!toGradient)
+        return false;
+    // A gradient squashed almost flat needs huge terms to reach its square;
+    // shrinking the square keeps every term at most one.
+    const double unit = std::min(1.0, 1 / LargestTerm(*toGradient));
+    cairo_matrix_t scale;
+    cairo_matrix_init_scale(&scale, unit, unit);
+    cairo_matrix_multiply(&*toGradient, &*toGradient, &scale);
+    cairo_pattern_t* pattern = MakeGradient(fill, at.colour, kGradientHalfSide * unit);
+    SetDeviceSource(cr_, pattern, *toGradient);
     cairo_pattern_destroy(pattern);
-    return drawable;
+    return true;
 }
 
 // Movies before version 8 never smooth bitmaps (nor does any player of them).
 void FramePainter::FillBitmap(const FillStyle& fill, const Placement& at) {
     auto found = movie_.bitmaps.find(fill.bitmapId);
-    if (found == movie_.bitmaps.end())
+    const std::optional<cairo_matrix_t> toBitmap = DeviceToFill(fill.matrix, at.matrix);
+    // Squashed so far that one of our pixels spans tens of thousands of its
+    // own, the picture is at most a pixel or two across: leave it out.
+    if (found == movie_.bitmaps.end() || !toBitmap || LargestTerm(*toBitmap) > kMaxPatternTerm) {
+        cairo_new_path(cr_);
         return;
+    }
     const bool plain = at.colour.OnlyScalesAlpha();
     SurfaceRef surface = plain ? found->second : TransformedSurface(found->second.get(), at.colour);
     cairo_pattern_t* pattern = cairo_pattern_create_for_surface(surface.get());
@@ -206,16 +248,14 @@ void FramePainter::FillBitmap(const FillStyle& fill, const Placement& at) {
     cairo_pattern_set_extend(pattern, repeat ? CAIRO_EXTEND_REPEAT : CAIRO_EXTEND_PAD);
     const bool smooth = movie_.version >= 8 && fill.type <= kClippedBitmap;
     cairo_pattern_set_filter(pattern, smooth ? CAIRO_FILTER_GOOD : CAIRO_FILTER_NEAREST);
-    if (SetPatternMatrix(pattern, fill.matrix)) {
-        cairo_set_source(cr_, pattern);
-        if (plain && at.colour.mult[3] != 1) {
-            cairo_save(cr_);
-            cairo_clip(cr_);
-            cairo_paint_with_alpha(cr_, std::clamp(at.colour.mult[3], 0.0f, 1.0f));
-            cairo_restore(cr_);
-        } else {
-            cairo_fill(cr_);
-        }
+    SetDeviceSource(cr_, pattern, *toBitmap);
+    if (plain && at.colour.mult[3] != 1) {
+        cairo_save(cr_);
+        cairo_clip(cr_);
+        cairo_paint_with_alpha(cr_, std::clamp(at.colour.mult[3], 0.0f, 1.0f));
+        cairo_restore(cr_);
+    } else {
+        cairo_fill(cr_);
     }
     cairo_new_path(cr_);
     cairo_pattern_destroy(pattern);
@@ -255,6 +295,8 @@ void FramePainter::PaintText(const TextCharacter& text, const Placement& at) {
             cairo_matrix_t glyph;
             cairo_matrix_init(&glyph, run.height / 1024.0, 0, 0, run.height / 1024.0, g.x, g.y);
             cairo_matrix_multiply(&glyph, &glyph, &textMatrix);
+            if (!CoversArea(glyph))
+                continue;
             cairo_set_matrix(cr_, &glyph);
             AppendPath(cr_, font->second.glyphs[g.glyph]);
         }

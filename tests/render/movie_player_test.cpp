@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 
 #include "flash/byte_stream.h"
+#include "flash/swf_image.h"
 #include "flash/swf_movie.h"
 #include "flash/swf_shape.h"
 #include "flash/swf_sprite.h"
@@ -87,6 +89,78 @@ std::vector<uint8_t> AnimatedMovie() {
         frame->PlaceObject(sprite, nullptr, 2, Moved(0, 10), 0, -1, half);
     }
     return Bytes(movie);
+}
+
+using Placer = std::function<void(ZoSWFFrame&)>;
+
+// One frame of 20 x 20 pixels on white.
+ZoMoviePlayer OneFrame(const Placer& place) {
+    ZoSWFMovie movie("", 20, 20, 10, ZoSWFColour(0xFFFFFF, 255));
+    place(*movie.AddScene()->AddFrame());
+    return ZoMoviePlayer(Bytes(movie));
+}
+
+void Place(ZoSWFFrame& frame, ZoAutoInterface2<ZoSWFShape> shape, int depth,
+           const ZoSWFTransformation& at = {}) {
+    frame.PlaceObject(shape, nullptr, depth, at, 0, -1, ZoSWFColourTransformation());
+}
+
+// Red | blue, one pixel each.
+ZoAutoInterface2<ZoSWFImage> RedBlue() {
+    auto image = ZoMakeCounted<ZoSWFImage>();
+    image->SetBitmapBufferImage({2, 1, {255, 0, 0, 255, 0, 0, 255, 255}}, 0xFFFFFFFF, 0);
+    return image;
+}
+
+// Squeezed onto the line x = y but for `flatness` (the determinant).
+ZoSWFTransformation Flattened(double flatness) {
+    ZoSWFTransformation t;
+    t.AppendMatrix(1, 1, 1, 1 + flatness, 0, 0);
+    return t;
+}
+
+TEST(MoviePlayer, DrawsTheRestOfTheFrameAfterAPlacementSquashedFlat) {
+    // The smallest flatness a MATRIX holds; it needs terms far beyond what
+    // the rasteriser takes to reach a gradient's or a picture's own space.
+    const double nearlyFlat = 2.0 / 65536;
+    const std::vector<ZoSWFColour> stops = {ZoSWFColour(0, 0, 0, 255), ZoSWFColour(0, 0, 255, 255)};
+    struct Case {
+        const char* name;
+        double flatness;
+        std::function<ZoAutoInterface2<ZoSWFShape>()> shape;
+    };
+    const Case cases[] = {
+        {"solid, no area", 0, [] { return Square(ZoSWFColour(0, 0, 255, 255), 0, 0, 20); }},
+        {"linear gradient", nearlyFlat,
+         [&] {
+             auto s = ZoMakeCounted<ZoSWFShape>();
+             s->SetLinearGradientFill(stops, {0, 0}, {20 * kPx, 0}, 20 * kPx, nullptr);
+             s->Rectangle({0, 0, 20 * kPx, 20 * kPx});
+             return s;
+         }},
+        {"radial gradient", nearlyFlat,
+         [&] {
+             auto s = ZoMakeCounted<ZoSWFShape>();
+             s->SetRadialGradientFill(stops, {0, 0}, {20 * kPx, 20 * kPx}, 10 * kPx, nullptr);
+             s->Rectangle({0, 0, 20 * kPx, 20 * kPx});
+             return s;
+         }},
+        {"picture", nearlyFlat,
+         [] {
+             auto s = ZoMakeCounted<ZoSWFShape>();
+             s->SetClippedBitmapFill(RedBlue(), 0, 0, 1, 1);
+             s->Rectangle({0, 0, 20 * kPx, 20 * kPx});
+             return s;
+         }},
+    };
+    for (const Case& c : cases) {
+        const ZoMoviePlayer player = OneFrame([&](ZoSWFFrame& frame) {
+            Place(frame, c.shape(), 1, Flattened(c.flatness));
+            Place(frame, Square(ZoSWFColour(255, 0, 0, 255), 10, 0, 10), 2);
+        });
+        EXPECT_TRUE(ColoursAt(player.RenderFrame(0), {{15, 5, 255, 0, 0}, {5, 15, 255, 255, 255}}))
+            << c.name;
+    }
 }
 
 TEST(MoviePlayer, DrawsEveryKindOfFillMaskSpriteAndText) {

@@ -6,8 +6,10 @@
 #include <algorithm>
 
 #include "effects/cross_fade_effect.h"
+#include "effects/register_effects.h"
 #include "objects/graduated_object.h"
 #include "objects/image_object.h"
+#include "objects/solid_object.h"
 #include "playback/playback_movie.h"
 #include "publish/cross_fade_document.h"
 #include "publish/movie_compiler.h"
@@ -47,6 +49,28 @@ ZoAutoPtr<TeskObject> Graduated(int32_t type, int32_t angle) {
     return object;
 }
 
+// A new document whose one effect is the registered effect `name` with its
+// default settings between two solid colours (the wave keeps its picture).
+void WriteDefaultEffect(const std::filesystem::path& file, std::string_view name) {
+    TeskRegisterEffects();
+    TeskFile document;
+    if (name != "Wave") {
+        for (int i = 0; i < TeskEffect::GetCount(); ++i) {
+            if (TeskEffect::GetInfo(i).name != name)
+                continue;
+            ZoAutoPtr<TeskEffect> effect;
+            TeskEffect::Create(i, effect);
+            for (int slot = 0; slot < effect->GetObjectCount(); ++slot) {
+                ZoAutoPtr<TeskObject> solid =
+                    std::make_unique<TeskSolidObject>(slot == 0 ? 0x3366CC : 0x22AA55);
+                effect->SetObject(solid, slot);
+            }
+            document.ReplaceEffect(effect, 0, nullptr);
+        }
+    }
+    TeskWriteMovie(document, file);
+}
+
 struct Comparison {
     std::string name;
     playback::PlaybackMovie movie;
@@ -71,6 +95,7 @@ const Comparison kMovies[] = {
         }),
     Row("writer_features", {0}, SwfTest::WriteFeatureMovie),
     Row("writer_text", {0}, SwfTest::WriteTextMovie),
+    Row("cube", {0, 12, 23}, [](auto& file) { WriteDefaultEffect(file, "Cube"); }),
 };
 
 int Distance(const uint8_t* a, playback::Rgba b) {
