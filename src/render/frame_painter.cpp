@@ -105,9 +105,17 @@ cairo_pattern_t* MakeGradient(const FillStyle& fill, const ColourTransform& colo
 
 }  // namespace
 
-FramePainter::FramePainter(const MovieModel& movie, cairo_t* cr) : movie_(movie), cr_(cr) {
+FramePainter::FramePainter(const MovieModel& movie, cairo_t* cr, double sampleX, double sampleY)
+    : movie_(movie), cr_(cr) {
     cairo_get_matrix(cr_, &stage_);
+    cairo_matrix_init_translate(&toSample_, -sampleX, -sampleY);
     cairo_set_fill_rule(cr_, CAIRO_FILL_RULE_EVEN_ODD);
+}
+
+void FramePainter::UseGeometryMatrix(const cairo_matrix_t& placement) {
+    cairo_matrix_t m;
+    cairo_matrix_multiply(&m, &placement, &toSample_);
+    cairo_set_matrix(cr_, &m);
 }
 
 void FramePainter::Paint(const DisplayList& list, int32_t frame) {
@@ -150,7 +158,7 @@ void FramePainter::PaintMasked(const DisplayList& list, size_t mask, size_t end,
     cairo_save(cr_);
     auto shape = movie_.shapes.find(entry.characterId);
     if (shape != movie_.shapes.end()) {
-        cairo_set_matrix(cr_, &at.matrix);
+        UseGeometryMatrix(at.matrix);
         cairo_new_path(cr_);
         for (const Path& path : shape->second.paths.fills)
             AppendPath(cr_, path);
@@ -199,7 +207,7 @@ void FramePainter::PaintShape(const ShapeCharacter& shape, const Placement& at) 
         const Path& path = shape.paths.fills[i];
         if (path.empty())
             continue;
-        cairo_set_matrix(cr_, &at.matrix);
+        UseGeometryMatrix(at.matrix);
         cairo_new_path(cr_);
         AppendPath(cr_, path);
         const FillStyle& fill = shape.fills[i];
@@ -269,7 +277,7 @@ void FramePainter::PaintLines(const ShapeCharacter& shape, const Placement& at) 
     for (size_t i = 0; i < shape.lines.size() && i < shape.paths.lines.size(); ++i) {
         if (shape.paths.lines[i].empty())
             continue;
-        cairo_set_matrix(cr_, &at.matrix);
+        UseGeometryMatrix(at.matrix);
         cairo_new_path(cr_);
         AppendPath(cr_, shape.paths.lines[i]);
         SetColour(cr_, at.colour.Apply(shape.lines[i].colour));
@@ -297,7 +305,7 @@ void FramePainter::PaintText(const TextCharacter& text, const Placement& at) {
             cairo_matrix_multiply(&glyph, &glyph, &textMatrix);
             if (!CoversArea(glyph))
                 continue;
-            cairo_set_matrix(cr_, &glyph);
+            UseGeometryMatrix(glyph);
             AppendPath(cr_, font->second.glyphs[g.glyph]);
         }
         cairo_identity_matrix(cr_);

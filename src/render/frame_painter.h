@@ -11,7 +11,9 @@ namespace ZoRender {
 class FramePainter {
   public:
     /// Draws into `cr`, whose matrix maps the stage's twips to its pixels.
-    FramePainter(const MovieModel& movie, cairo_t* cr);
+    /// Shapes cover a pixel when they cover the point (`sampleX`, `sampleY`)
+    /// pixels from its centre; gradients and pictures are read at the centre.
+    FramePainter(const MovieModel& movie, cairo_t* cr, double sampleX = 0, double sampleY = 0);
 
     /// Draws `list` as frame `frame` of its timeline.
     void Paint(const DisplayList& list, int32_t frame);
@@ -33,11 +35,14 @@ class FramePainter {
     void PaintText(const TextCharacter& text, const Placement& at);
     void PaintLines(const ShapeCharacter& shape, const Placement& at);
     bool SetFillSource(const FillStyle& fill, const Placement& at);
+    /// Sets `cr_`'s matrix to draw shapes placed by `placement`.
+    void UseGeometryMatrix(const cairo_matrix_t& placement);
     void FillBitmap(const FillStyle& fill, const Placement& at);
 
     const MovieModel& movie_;
     cairo_t* cr_;
     cairo_matrix_t stage_;
+    cairo_matrix_t toSample_;  // device pixels to the pixels sampled at their centres
 };
 
 }  // namespace ZoRender

@@ -1,5 +1,6 @@
 #include "render/movie_player.h"
 
+#include <array>
 #include <cmath>
 #include <fstream>
 #include <iterator>
@@ -12,7 +13,10 @@
 
 using namespace ZoRender;
 
-struct ZoMoviePlayer::Movie : MovieModel {};
+struct ZoMoviePlayer::Movie : MovieModel {
+    /// Each pixel's channels summed over its samples, kept between frames.
+    mutable std::vector<uint16_t> sampleSums;
+};
 
 namespace {
 
@@ -25,6 +29,13 @@ int32_t StagePixels(int32_t twips, double scale) {
         throw ZoException("The frame is too large to draw at this scale.");
     return std::max(1, static_cast<int32_t>(pixels));
 }
+
+// Where each pixel is sampled, in pixels from its centre: the standard
+// pattern of four-sample multisampling, which Ruffle draws with. Every sample
+// keeps its own picture, so pieces that share an edge leave no seam, as they
+// do when anti-aliased pieces are blended one over the other.
+constexpr std::array<std::array<double, 2>, 4> kSamples = {
+    {{-0.125, -0.375}, {0.375, -0.125}, {-0.375, 0.125}, {0.125, 0.375}}};
 
 // Cairo keeps native-endian premultiplied ARGB; the frames are opaque, so
 // only the byte order changes.
@@ -45,7 +56,7 @@ void ToRgba(ZoRgbaImage& image) {
 
 ZoMoviePlayer::ZoMoviePlayer(std::span<const uint8_t> bytes) {
     try {
-        movie_ = std::make_unique<Movie>(Movie{ParseMovie(bytes)});
+        movie_ = std::make_unique<Movie>(Movie{ParseMovie(bytes), {}});
     } catch (const ParseError& e) {
         throw ZoException(std::string("The movie cannot be played: ") + e.what() + ".");
     }
@@ -93,19 +104,29 @@ void ZoMoviePlayer::RenderFrameInto(int32_t frame, double scale, ZoRgbaImage& im
     image.width = StagePixels(stage.xMax - stage.xMin, scale);
     image.height = StagePixels(stage.yMax - stage.yMin, scale);
     image.rgba.resize(static_cast<size_t>(image.width) * static_cast<size_t>(image.height) * 4);
+    std::vector<uint16_t>& sums = movie_->sampleSums;
+    sums.assign(image.rgba.size(), 0);
     cairo_surface_t* surface = cairo_image_surface_create_for_data(
         image.rgba.data(), CAIRO_FORMAT_ARGB32, image.width, image.height, image.width * 4);
-    cairo_t* cr = cairo_create(surface);
-    const Rgba& bg = movie_->background;
-    cairo_set_source_rgb(cr, bg.r / 255.0, bg.g / 255.0, bg.b / 255.0);
-    cairo_paint(cr);
-    cairo_scale(cr, scale / kZoTwipsPerPixel, scale / kZoTwipsPerPixel);
-    cairo_translate(cr, -stage.xMin, -stage.yMin);
     const int32_t count = FrameCount();
     const int32_t shown = (frame % count + count) % count;
-    FramePainter(*movie_, cr).Paint(*movie_->timeline.frames[shown], shown);
-    cairo_destroy(cr);
+    for (const auto& [x, y] : kSamples) {
+        cairo_t* cr = cairo_create(surface);
+        cairo_set_antialias(cr, CAIRO_ANTIALIAS_NONE);
+        const Rgba& bg = movie_->background;
+        cairo_set_source_rgb(cr, bg.r / 255.0, bg.g / 255.0, bg.b / 255.0);
+        cairo_paint(cr);
+        cairo_scale(cr, scale / kZoTwipsPerPixel, scale / kZoTwipsPerPixel);
+        cairo_translate(cr, -stage.xMin, -stage.yMin);
+        FramePainter(*movie_, cr, x, y).Paint(*movie_->timeline.frames[shown], shown);
+        cairo_destroy(cr);
+        cairo_surface_flush(surface);
+        for (size_t i = 0; i < sums.size(); ++i)
+            sums[i] = static_cast<uint16_t>(sums[i] + image.rgba[i]);
+    }
     cairo_surface_finish(surface);
     cairo_surface_destroy(surface);
+    for (size_t i = 0; i < sums.size(); ++i)
+        image.rgba[i] = static_cast<uint8_t>((sums[i] + kSamples.size() / 2) / kSamples.size());
     ToRgba(image);
 }

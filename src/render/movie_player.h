@@ -1,8 +1,8 @@
 #pragma once
 // Our own player for the movies Vimbo writes. It keeps the display list frame
-// by frame and draws any frame on its own, anti-aliased, so the editor's
-// preview, `vimbo render` and the tests all see the same pictures without a
-// Flash player.
+// by frame and draws any frame on its own, anti-aliased with four samples a
+// pixel as Ruffle draws, so the editor's preview, `vimbo render` and the tests
+// all see the same pictures without a Flash player.
 #include <cstdint>
 #include <filesystem>
 #include <memory>

@@ -105,6 +105,17 @@ void Place(ZoSWFFrame& frame, ZoAutoInterface2<ZoSWFShape> shape, int depth,
     frame.PlaceObject(shape, nullptr, depth, at, 0, -1, ZoSWFColourTransformation());
 }
 
+ZoAutoInterface2<ZoSWFShape> Polygon(std::initializer_list<ZoPoint> pixels) {
+    auto shape = ZoMakeCounted<ZoSWFShape>();
+    shape->SetSolidFill(ZoSWFColour(0, 0, 0, 255));
+    shape->MoveTo(pixels.begin()->x, pixels.begin()->y);
+    for (const ZoPoint& p : pixels)
+        if (&p != pixels.begin())
+            shape->LineTo(p.x, p.y);
+    shape->LineTo(pixels.begin()->x, pixels.begin()->y);
+    return shape;
+}
+
 // Red | blue, one pixel each.
 ZoAutoInterface2<ZoSWFImage> RedBlue() {
     auto image = ZoMakeCounted<ZoSWFImage>();
@@ -161,6 +172,44 @@ TEST(MoviePlayer, DrawsTheRestOfTheFrameAfterAPlacementSquashedFlat) {
         EXPECT_TRUE(ColoursAt(player.RenderFrame(0), {{15, 5, 255, 0, 0}, {5, 15, 255, 255, 255}}))
             << c.name;
     }
+}
+
+// Four samples a pixel, as the reference player takes them: each sample keeps
+// its own colour, so edges never blend pieces into their neighbours.
+TEST(MoviePlayer, SamplesShapesFourTimesAPixelAndPicturesAtItsCentre) {
+    struct Case {
+        const char* name;
+        Placer place;
+        std::initializer_list<Expected> points;
+    };
+    const Case cases[] = {
+        {"two triangles sharing a diagonal leave no seam on it",
+         [](ZoSWFFrame& f) {
+             Place(f, Polygon({{0, 0}, {20 * kPx, 0}, {0, 20 * kPx}}), 1);
+             Place(f, Polygon({{20 * kPx, 0}, {20 * kPx, 20 * kPx}, {0, 20 * kPx}}), 2);
+         },
+         {{9, 10, 0, 0, 0}, {4, 15, 0, 0, 0}, {15, 4, 0, 0, 0}}},
+        {"an edge a twip into a pixel misses every sample",
+         [](ZoSWFFrame& f) {
+             Place(f, Polygon({{1, 0}, {20 * kPx, 0}, {20 * kPx, 20 * kPx}, {1, 20 * kPx}}), 1);
+         },
+         {{0, 5, 0, 0, 0}}},
+        {"an edge 0.3 pixels into a pixel covers three samples of four",
+         [](ZoSWFFrame& f) {
+             Place(f, Polygon({{206, 0}, {20 * kPx, 0}, {20 * kPx, 20 * kPx}, {206, 20 * kPx}}), 1);
+         },
+         {{10, 5, 64, 64, 64}, {11, 5, 0, 0, 0}}},
+        {"a picture's pixel boundary 0.2 pixels left of a centre",
+         [](ZoSWFFrame& f) {
+             auto s = ZoMakeCounted<ZoSWFShape>();
+             s->SetClippedBitmapFill(RedBlue(), 0, 0, 206, 20 * kPx);
+             s->Rectangle({0, 0, 20 * kPx, 20 * kPx});
+             Place(f, s, 1);
+         },
+         {{9, 5, 255, 0, 0}, {10, 5, 0, 0, 255}}},
+    };
+    for (const Case& c : cases)
+        EXPECT_TRUE(ColoursAt(OneFrame(c.place).RenderFrame(0), c.points, 1)) << c.name;
 }
 
 TEST(MoviePlayer, DrawsEveryKindOfFillMaskSpriteAndText) {

@@ -95,7 +95,11 @@ const Comparison kMovies[] = {
         }),
     Row("writer_features", {0}, SwfTest::WriteFeatureMovie),
     Row("writer_text", {0}, SwfTest::WriteTextMovie),
+    Row("wave", {0, 12, 23}, [](auto& file) { WriteDefaultEffect(file, "Wave"); }),
     Row("cube", {0, 12, 23}, [](auto& file) { WriteDefaultEffect(file, "Cube"); }),
+    Row("curl_up", {0, 12, 23}, [](auto& file) { WriteDefaultEffect(file, "Curl Up"); }),
+    Row("explode", {0, 12, 23}, [](auto& file) { WriteDefaultEffect(file, "Explode"); }),
+    Row("twist", {0, 12, 23}, [](auto& file) { WriteDefaultEffect(file, "Twist"); }),
 };
 
 int Distance(const uint8_t* a, playback::Rgba b) {
