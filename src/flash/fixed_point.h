@@ -28,6 +28,10 @@ struct Fixed16 {
 /// Largest magnitude a signed bit field of SWF records can hold (31 bits).
 inline constexpr int64_t kZoSWFMaxSignedField = (int64_t{1} << 30) - 1;
 
+/// Rounding a 16.16 matrix term moves a point at most 2^-17 of its distance
+/// from the origin: within this many twips, half a twip at most.
+inline constexpr int32_t kZoHalfTwipExtent = 1 << 16;
+
 /// Throws the ZoException for a `what` value out of range.
 [[noreturn]] void ZoThrowOutOfRange(const char* what, double value);
 

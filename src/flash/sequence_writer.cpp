@@ -37,6 +37,17 @@ bool IsIdentityCxform(std::span<const uint8_t> cxform) noexcept {
     return (cxform[0] & 0xC0) == 0;  // neither add nor multiply terms
 }
 
+bool IsIdentityMatrix(std::span<const uint8_t> matrix) noexcept {
+    return matrix[0] == 0;  // no scale, no rotation, translation of 0 bits
+}
+
+bool CanReplace(const ZoSWFEncodedPlacement& was, const ZoSWFEncodedPlacement& is) noexcept {
+    // Names, clip depths and ratios are left to a fresh creation: whether a
+    // replacement keeps the old ones is where players are least agreed.
+    return !was.name && !is.name && was.clipDepth == 0 && is.clipDepth == 0 && was.ratio < 0 &&
+           is.ratio < 0;
+}
+
 }  // namespace
 
 void ZoFSequenceWriter::WriteFrame(const ZoSWFFrame& frame) {
@@ -134,6 +145,10 @@ void ZoFSequenceWriter::EmitChange(const Entry& before, const Entry& now) {
         EmitMove(was, is);
         return;
     }
+    if (CanReplace(was, is)) {
+        EmitReplace(was, is);
+        return;
+    }
     EmitRemove(is.depth);
     EmitPlace(is);
 }
@@ -169,6 +184,24 @@ void ZoFSequenceWriter::EmitMove(const ZoSWFEncodedPlacement& before,
     // A ratio cannot be taken back once given, so dropping it changes nothing.
     if (r.matrix.empty() && r.cxform.empty() && !r.hasRatio)
         return;
+    EmitPlaceObject2(r);
+}
+
+void ZoFSequenceWriter::EmitReplace(const ZoSWFEncodedPlacement& before,
+                                    const ZoSWFEncodedPlacement& now) {
+    // A move that names a character swaps it in at the depth, one tag where
+    // remove and place take two. Some players start the new character afresh,
+    // others keep the old matrix and colour transform: a field is left out
+    // only where both readings give the identity.
+    ZoFPlaceObject2Record r;
+    r.move = true;
+    r.depth = now.depth;
+    r.hasCharacter = true;
+    r.characterId = static_cast<uint16_t>(now.object->GetCharacterID());
+    if (!IsIdentityMatrix(before.matrix) || !IsIdentityMatrix(now.matrix))
+        r.matrix = now.matrix;
+    if (!IsIdentityCxform(before.cxform) || !IsIdentityCxform(now.cxform))
+        r.cxform = now.cxform;
     EmitPlaceObject2(r);
 }
 

@@ -61,6 +61,7 @@ class ZoFSequenceWriter {
     void EmitChange(const Entry& before, const Entry& now);
     void EmitPlace(const ZoSWFEncodedPlacement& now);
     void EmitMove(const ZoSWFEncodedPlacement& before, const ZoSWFEncodedPlacement& now);
+    void EmitReplace(const ZoSWFEncodedPlacement& before, const ZoSWFEncodedPlacement& now);
     void EmitPlaceObject2(const ZoFPlaceObject2Record& record);
     void EmitRemove(uint16_t depth);
     void EmitActions(const ZoSWFFrame& frame);

@@ -7,6 +7,7 @@
 #include "flash/swf_image.h"
 #include "flash/swf_transformation.h"
 #include "platform/zo_exception.h"
+#include "platform/zo_string.h"
 
 namespace ZoFlash {
 namespace {
@@ -33,6 +34,25 @@ std::vector<ZoFGradientRecord> GradientStops(const std::vector<ZoSWFColour>& col
         stops.push_back({static_cast<uint8_t>(std::clamp(ratio, 0, 255)), colours[i].ToRecord()});
     }
     return stops;
+}
+
+// The largest factor by which `value` may grow and stay within `limit`.
+int64_t RoomFor(int64_t value, int64_t limit) noexcept {
+    return value == 0 ? limit : limit / (value < 0 ? -value : value);
+}
+
+bool HasMatrix(const ZoFFillStyle& fill) noexcept {
+    return fill.type != ZoFFillStyle::Type::kSolid;
+}
+
+// The mapping followed by an enlargement by `factor`: every term grows.
+ZoFMatrixRecord Magnified(ZoFMatrixRecord m, int factor) noexcept {
+    for (int32_t* raw : {&m.scaleX.raw, &m.scaleY.raw, &m.rotateSkew0.raw, &m.rotateSkew1.raw,
+                         &m.translateX.value, &m.translateY.value})
+        *raw *= factor;
+    m.hasScale = m.scaleX.raw != 65536 || m.scaleY.raw != 65536;
+    m.hasRotate = m.rotateSkew0.raw != 0 || m.rotateSkew1.raw != 0;
+    return m;
 }
 
 }  // namespace
@@ -197,6 +217,46 @@ void ZoSWFShape::Include(int x, int y) {
     bounds_.top = std::min(bounds_.top, y);
     bounds_.right = std::max(bounds_.right, x);
     bounds_.bottom = std::max(bounds_.bottom, y);
+}
+
+int ZoSWFShape::LargestMagnification(int32_t extent) const noexcept {
+    if (commands_.empty())
+        return 1;
+    int64_t room = extent;
+    for (const Command& c : commands_) {
+        for (int32_t v : {c.to.x, c.to.y, c.control.x, c.control.y})
+            room = std::min(room, RoomFor(v, extent));
+    }
+    for (const ZoFLineStyle& line : lines_)
+        room = std::min(room, RoomFor(line.width, 0xFFFF));
+    for (const ZoFFillStyle& fill : fills_) {
+        if (!HasMatrix(fill))
+            continue;
+        const ZoFMatrixRecord& m = fill.matrix;
+        for (int32_t v : {m.scaleX.raw, m.scaleY.raw, m.rotateSkew0.raw, m.rotateSkew1.raw,
+                          m.translateX.value, m.translateY.value})
+            room = std::min(room, RoomFor(v, kZoSWFMaxSignedField));
+    }
+    return static_cast<int>(std::max<int64_t>(room, 1));
+}
+
+void ZoSWFShape::Magnify(int factor) {
+    if (factor < 1 || factor > LargestMagnification(static_cast<int32_t>(kZoSWFMaxSignedField)))
+        throw ZoException(ZoFormat("A shape cannot be magnified %d times.", factor));
+    const auto grown = [factor](ZoPoint p) { return ZoPoint{p.x * factor, p.y * factor}; };
+    for (Command& c : commands_) {
+        c.control = grown(c.control);
+        c.to = grown(c.to);
+    }
+    pen_ = grown(pen_);
+    bounds_ = {bounds_.left * factor, bounds_.top * factor, bounds_.right * factor,
+               bounds_.bottom * factor};
+    for (ZoFLineStyle& line : lines_)
+        line.width = static_cast<uint16_t>(line.width * factor);
+    for (ZoFFillStyle& fill : fills_) {
+        if (HasMatrix(fill))
+            fill.matrix = Magnified(fill.matrix, factor);
+    }
 }
 
 ZoRect ZoSWFShape::GetBounds() const noexcept {

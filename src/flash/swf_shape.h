@@ -52,6 +52,17 @@ class ZoSWFShape : public ZoSWFObject {
     /// A closed rectangle path with the current fill.
     void Rectangle(const ZoRect& rect);
 
+    /// The largest whole factor by which Magnify may enlarge
+    /// the shape while every point drawn stays within `extent` twips of the
+    /// origin and every line width and fill mapping fits its record; 1 when
+    /// nothing is drawn or nothing more fits.
+    int LargestMagnification(int32_t extent) const noexcept;
+    /// Enlarges everything drawn, line widths and fill mappings by `factor`
+    /// about the origin: placed scaled by 1 / factor it looks as before, and
+    /// the placement's scale and rotate terms need fewer bits. Throws
+    /// ZoException when something would no longer fit its record.
+    void Magnify(int factor);
+
     /// Bounds of every point drawn, widened by half the widest line;
     /// empty before drawing.
     ZoRect GetBounds() const noexcept;

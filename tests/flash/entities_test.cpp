@@ -118,6 +118,29 @@ TEST(Shape, GradientSquareRunsFromTheFirstPointToTheSecond) {
     }
 }
 
+// Magnifying stops where the farthest point (here a curve's control point,
+// 300), a line (65535 / width) or a fill mapping (2^30 / its largest term)
+// would leave its range.
+TEST(Shape, MagnificationStopsWherePointsLinesOrFillsWouldNotFit) {
+    const struct {
+        ZoPoint gradientEnd;  // the square's 32768 twips onto this
+        int lineWidth, largest;
+    } cases[] = {{{0, 1000}, 40, 65536 / 300},
+                 {{0, 1000}, 4000, 0xFFFF / 4000},
+                 {{0, 4000000}, 40, static_cast<int>(kZoSWFMaxSignedField / 8000000)}};
+    for (const auto& c : cases) {
+        auto shape = ZoMakeCounted<ZoSWFShape>();
+        shape->SetLinearGradientFill({ZoSWFColour(0, 0, 0, 0), ZoSWFColour(255, 255, 255, 255)},
+                                     {0, 0}, c.gradientEnd, 1000.0, nullptr);
+        shape->SetLine(c.lineWidth, ZoSWFColour(1, 2, 3, 4));
+        shape->MoveTo(-20, 40);
+        shape->CurveTo({100, 300}, {-20, 40});
+        EXPECT_EQ(shape->LargestMagnification(65536), c.largest);
+        EXPECT_THROW(shape->Magnify(shape->LargestMagnification(kZoSWFMaxSignedField) + 1),
+                     ZoException);
+    }
+}
+
 TEST(Image, LosslessBitmapIsPremultipliedCompressedAndDefinedBeforeItsShape) {
     auto image = ZoMakeCounted<ZoSWFImage>();
     image->SetBitmapBufferImage({2, 1, {255, 0, 0, 128, 10, 20, 30, 255}}, 0xFFFFFFFF, 0);

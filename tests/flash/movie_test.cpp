@@ -93,7 +93,12 @@ TEST(Movie, DisplayListDifferencesWriteOnlyWhatChanged) {
         {"faded", [&](ZoSWFFrame& f) { f.PlaceObject(a, nullptr, 1, Moved(30, 10), 0, -1, faded); },
          1, 0},
         {"other object",
-         [&](ZoSWFFrame& f) { f.PlaceObject(b, nullptr, 1, Moved(30, 10), 0, -1, faded); }, 1, 1},
+         [&](ZoSWFFrame& f) { f.PlaceObject(b, nullptr, 1, Moved(30, 10), 0, -1, faded); }, 1, 0},
+        {"other object unfaded",
+         [&](ZoSWFFrame& f) { f.PlaceObject(a, nullptr, 1, Moved(30, 10), 0, -1, kNoColour); }, 1,
+         0},
+        {"named", [&](ZoSWFFrame& f) { f.PlaceObject(b, "n", 1, kIdentity, 0, -1, kNoColour); }, 1,
+         1},
         {"gone", [&](ZoSWFFrame&) {}, 0, 1},
     };
     Fixture fx;
@@ -105,16 +110,24 @@ TEST(Movie, DisplayListDifferencesWriteOnlyWhatChanged) {
         EXPECT_EQ(FrameOf(w, i).placeTags, steps[i].placeTags) << steps[i].name;
         EXPECT_EQ(FrameOf(w, i).removeTags, steps[i].removeTags) << steps[i].name;
     }
-    // The move and the fade carry only the field that changed.
+    // The move and the fade carry only the field that changed. A new object
+    // swaps in with every field a player might otherwise keep from the old
+    // one: the unfaded one states its identity colour transform.
     std::vector<SwfTest::PlaceObject2> moves;
     for (const SwfTest::Tag& t : tags)
         if (t.code == 26 && (t.body[0] & 0x01))
             moves.push_back(SwfTest::ReadPlaceObject2(t.body));
-    ASSERT_EQ(moves.size(), 2u);
+    ASSERT_EQ(moves.size(), 4u);
     EXPECT_TRUE(moves[0].matrix && !moves[0].cxform && !moves[0].characterId);
     EXPECT_TRUE(!moves[1].matrix && moves[1].cxform);
+    EXPECT_EQ(moves[2].characterId, b->GetCharacterID());
+    EXPECT_TRUE(moves[2].matrix && moves[2].cxform);
+    EXPECT_EQ(moves[3].characterId, a->GetCharacterID());
+    ASSERT_TRUE(moves[3].cxform);
+    EXPECT_EQ(moves[3].cxform->mult[3], 256);
     EXPECT_EQ(FrameOf(w, 4).displayList.at(1).cxform.mult[3], 128);
-    EXPECT_TRUE(FrameOf(w, 5).displayList.empty());
+    EXPECT_EQ(FrameOf(w, 6).displayList.at(1).name, "n");
+    EXPECT_TRUE(FrameOf(w, 7).displayList.empty());
 }
 
 TEST(Movie, LaterPlacementAtADepthWinsWhateverTheOrder) {
