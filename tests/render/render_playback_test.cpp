@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "document/json_project.h"
 #include "effects/cross_fade_effect.h"
 #include "effects/register_effects.h"
 #include "objects/graduated_object.h"
@@ -71,6 +72,14 @@ void WriteDefaultEffect(const std::filesystem::path& file, std::string_view name
     TeskWriteMovie(document, file);
 }
 
+// One of the example projects, pictures and all.
+void WriteExample(const std::filesystem::path& file, std::string_view name) {
+    TeskRegisterEffects();
+    TeskFile document;
+    TeskLoadProjectFile(document, VIMBO_SOURCE_DIR "/examples/" + std::string(name) + ".json");
+    TeskWriteMovie(document, file);
+}
+
 struct Comparison {
     std::string name;
     playback::PlaybackMovie movie;
@@ -100,6 +109,22 @@ const Comparison kMovies[] = {
     Row("curl_up", {0, 12, 23}, [](auto& file) { WriteDefaultEffect(file, "Curl Up"); }),
     Row("explode", {0, 12, 23}, [](auto& file) { WriteDefaultEffect(file, "Explode"); }),
     Row("twist", {0, 12, 23}, [](auto& file) { WriteDefaultEffect(file, "Twist"); }),
+    Row("morph", {0, 53}, [](auto& file) { WriteExample(file, "morph"); }),
+    Row("rotate_3d", {0, 30, 59}, [](auto& file) { WriteExample(file, "rotate_3d"); }),
+    Row("lens", {0, 42, 83}, [](auto& file) { WriteExample(file, "lens"); }),
+    Row("spiral", {0, 30, 59}, [](auto& file) { WriteExample(file, "spiral"); }),
+    Row("test_explode", {0, 24, 47}, [](auto& file) { WriteExample(file, "test_explode"); }),
+    Row("test_sphere", {0, 24, 47}, [](auto& file) { WriteExample(file, "test_sphere"); }),
+    Row("test_curl_up", {0, 24, 47}, [](auto& file) { WriteExample(file, "test_curl_up"); }),
+    Row("test_cube", {0, 24, 47}, [](auto& file) { WriteExample(file, "test_cube"); }),
+    Row("test_alpha_blend", {0, 24, 47},
+        [](auto& file) { WriteExample(file, "test_alpha_blend"); }),
+    Row("test_twist", {0, 24, 47}, [](auto& file) { WriteExample(file, "test_twist"); }),
+    Row("text_cross_fade", {0, 15, 30}, [](auto& file) { WriteExample(file, "text_cross_fade"); }),
+    Row("graduated_colours", {0, 19, 38},
+        [](auto& file) { WriteExample(file, "graduated_colours"); }),
+    Row("picture_cross_fade", {0, 21, 41},
+        [](auto& file) { WriteExample(file, "picture_cross_fade"); }),
 };
 
 int Distance(const uint8_t* a, playback::Rgba b) {
