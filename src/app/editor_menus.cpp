@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QMenuBar>
 #include <QToolBar>
+#include <QWhatsThis>
 
 #include "app/about_dialog.h"
 #include "app/editor_app.h"
@@ -161,6 +162,10 @@ void TeskEditorDlg::CreateHelpMenu() {
     addTopic("&Contents", kTeskHelpContents)->setShortcut(QKeySequence::HelpContents);
     addTopic("&Search", kTeskHelpSearch);
     addTopic("&Index", kTeskHelpIndex);
+    QAction* whatsThis = menu->addAction(QStringLiteral("What's &This?"));
+    whatsThis->setObjectName(QStringLiteral("whatsThis"));
+    // Shift+F1 already enters the mode through the window's context help.
+    connect(whatsThis, &QAction::triggered, this, [] { QWhatsThis::enterWhatsThisMode(); });
     QMenu* samples = menu->addMenu(QStringLiteral("Samples"));
     samples->setObjectName(QStringLiteral("samplesMenu"));
     for (const std::filesystem::path& sample : app_.GetSamples()) {

@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "app/app_settings.h"
+#include "app/context_help.h"
 #include "app/editor_app.h"
 #include "app/effect_bar.h"
 #include "app/preview_pane.h"
@@ -32,9 +33,9 @@ QWidget* MakePropertyArea() {
 
 TeskEditorDlg::TeskEditorDlg(TeskEditorApp& app, QWidget* parent) : QMainWindow(parent), app_(app) {
     setObjectName(QStringLiteral("mainWindow"));
-    effectBar_ = new TeskEffectBar;
+    effectBar_ = new TeskEffectBar(app_.GetDocument());
     propertyArea_ = MakePropertyArea();
-    preview_ = new TeskPreviewPane;
+    preview_ = new TeskPreviewPane(app_.GetSettings());
     preview_->setMinimumWidth(kMinPreviewWidth);
     divider_ = new QSplitter(Qt::Horizontal);
     divider_->setObjectName(QStringLiteral("divider"));
@@ -51,6 +52,7 @@ TeskEditorDlg::TeskEditorDlg(TeskEditorApp& app, QWidget* parent) : QMainWindow(
     layout->addWidget(divider_, 1);
     setCentralWidget(central);
     CreateMenus();
+    TeskInstallContextHelp(*this, app_.GetHelp(), "::/Text/TeskEditorDialog.txt");
 
     connect(effectBar_, &TeskEffectBar::timingEdited, this, &TeskEditorDlg::ApplyTimeFields);
     connect(effectBar_, &TeskEffectBar::effectChosen, this, &TeskEditorDlg::OnEffectChosen);

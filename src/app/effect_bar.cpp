@@ -1,6 +1,5 @@
 #include "app/effect_bar.h"
 
-#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -8,6 +7,8 @@
 #include <QSignalBlocker>
 #include <algorithm>
 #include <cmath>
+
+#include "app/effect_chooser.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ TeskEffect::Timing TeskTimingFromFields(const TeskEffect::Timing& current, int32
     return timing;
 }
 
-TeskEffectBar::TeskEffectBar(QWidget* parent) : QWidget(parent) {
+TeskEffectBar::TeskEffectBar(TeskFile& document, QWidget* parent) : QWidget(parent) {
     name_ = new QLabel;
     name_->setObjectName(QStringLiteral("effectName"));
     QFont large = name_->font();
@@ -49,10 +50,7 @@ TeskEffectBar::TeskEffectBar(QWidget* parent) : QWidget(parent) {
     large.setBold(true);
     name_->setFont(large);
 
-    chooser_ = new QComboBox;
-    chooser_->setObjectName(QStringLiteral("effectChooser"));
-    for (int i = 0; i < TeskEffect::GetCount(); ++i)
-        chooser_->addItem(QString::fromStdString(TeskEffect::GetInfo(i).name));
+    chooser_ = new TeskEffectChooserCombo(document);
     duration_ = AddTimeField("duration", kMaxDurationMs / 1000.0);
     startHold_ = AddTimeField("startHold", kMaxHoldMs / 1000.0);
     finishHold_ = AddTimeField("finishHold", kMaxHoldMs / 1000.0);
@@ -63,14 +61,15 @@ TeskEffectBar::TeskEffectBar(QWidget* parent) : QWidget(parent) {
     grid->setContentsMargins(8, 4, 8, 4);
     grid->addWidget(name_, 0, 0, 2, 1);
     grid->setColumnStretch(0, 1);
-    grid->addWidget(chooser_, 0, 1, 1, 2);
-    grid->addWidget(help, 0, 3, 1, 2);
+    grid->addWidget(chooser_, 0, 1, 1, 3);
+    grid->addWidget(help, 0, 4, 1, 4);
     grid->addWidget(MakeLabel("Duration:"), 1, 1);
     grid->addWidget(duration_, 1, 2);
-    grid->addWidget(MakeLabel("Hold First/Last Frame:"), 1, 3);
-    grid->addWidget(startHold_, 1, 4);
-    grid->addWidget(finishHold_, 1, 5);
-    grid->addWidget(MakeLabel("secs"), 1, 6);
+    grid->addWidget(MakeLabel("secs"), 1, 3);
+    grid->addWidget(MakeLabel("Hold First/Last Frame:"), 1, 4);
+    grid->addWidget(startHold_, 1, 5);
+    grid->addWidget(finishHold_, 1, 6);
+    grid->addWidget(MakeLabel("secs"), 1, 7);
 
     connect(chooser_, &QComboBox::activated, this, &TeskEffectBar::effectChosen);
     connect(help, &QPushButton::clicked, this, &TeskEffectBar::helpRequested);

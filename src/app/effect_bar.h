@@ -5,9 +5,10 @@
 
 #include "effects/effect.h"
 
-class QComboBox;
 class QDoubleSpinBox;
 class QLabel;
+class TeskEffectChooserCombo;
+class TeskFile;
 
 /// The timing the time fields stand for, in milliseconds: the effect starts
 /// at 0, a negative duration becomes 100 ms and a longer one 10000 ms, each
@@ -18,7 +19,8 @@ TeskEffect::Timing TeskTimingFromFields(const TeskEffect::Timing& current, int32
 class TeskEffectBar final : public QWidget {
     Q_OBJECT
   public:
-    explicit TeskEffectBar(QWidget* parent = nullptr);
+    /// The chooser builds its samples in `document`.
+    explicit TeskEffectBar(TeskFile& document, QWidget* parent = nullptr);
 
     /// Shows `effect`'s type and timing without reporting any edit.
     void ShowEffect(const TeskEffect& effect);
@@ -36,7 +38,7 @@ class TeskEffectBar final : public QWidget {
     QDoubleSpinBox* AddTimeField(const char* name, double maximumSeconds);
 
     QLabel* name_;
-    QComboBox* chooser_;
+    TeskEffectChooserCombo* chooser_;
     QDoubleSpinBox* duration_;
     QDoubleSpinBox* startHold_;
     QDoubleSpinBox* finishHold_;

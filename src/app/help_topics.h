@@ -35,6 +35,10 @@ class TeskHelpViewer {
 
     /// Shows the page of `topic`; a missing page does nothing.
     void ShowTopic(std::string_view topic);
+    /// The file behind `topic` (which may not exist).
+    std::filesystem::path PageOf(std::string_view topic) const {
+        return TeskHelpTopicPage(helpFolder_, topic);
+    }
 
   private:
     std::filesystem::path helpFolder_;

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <array>
 
+#include "app/context_help.h"
 #include "app/dialog_buttons.h"
 #include "document/file.h"
 
@@ -66,7 +67,9 @@ TeskLinkURLDialog::TeskLinkURLDialog(const TeskFile& file, TeskHelpViewer& help,
     auto* grid = new QGridLayout;
     grid->addWidget(urlLabel, 0, 0);
     grid->addWidget(url_, 0, 1);
-    grid->addWidget(new QLabel(QStringLiteral("Link Target Window:")), 1, 0);
+    auto* targetLabel = new QLabel(QStringLiteral("Link Target Window:"));
+    targetLabel->setBuddy(target_);
+    grid->addWidget(targetLabel, 1, 0);
     grid->addWidget(target_, 1, 1);
     grid->addWidget(nameLabel_, 2, 0);
     grid->addWidget(name_, 2, 1);
@@ -81,6 +84,7 @@ TeskLinkURLDialog::TeskLinkURLDialog(const TeskFile& file, TeskHelpViewer& help,
     layout->addWidget(explanation_);
     layout->addWidget(TeskMakeDialogButtons(*this, help, kHelpTopic, "&Help"));
     UpdateControls();
+    TeskInstallContextHelp(*this, help, "::/Text/LinkURLDialog.txt");
 }
 
 QString TeskLinkURLDialog::GetTarget() const {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/colour_button.h"
+#include "app/context_help.h"
 #include "app/dialog_buttons.h"
 #include "document/file.h"
 
@@ -84,6 +85,7 @@ TeskMoviePropertiesDialog::TeskMoviePropertiesDialog(const TeskFile& file, TeskH
     layout->addWidget(disableRightClick_);
     layout->addWidget(clipToMovieSize_);
     layout->addWidget(TeskMakeDialogButtons(*this, help, kHelpTopic, "H&elp"));
+    TeskInstallContextHelp(*this, help, "::/Text/MoviePropertiesDialog.txt");
 }
 
 int TeskMoviePropertiesDialog::ResizeMode() const {

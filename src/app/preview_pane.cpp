@@ -1,16 +1,17 @@
 #include "app/preview_pane.h"
 
 #include <QHBoxLayout>
-#include <QImage>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QSlider>
 #include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
 
+#include "app/external_preview_window.h"
+#include "document/file.h"
 #include "platform/zo_exception.h"
 
 namespace {
@@ -25,54 +26,13 @@ QString TimeText(int64_t ms) {
 
 }  // namespace
 
-/// Paints the current frame centred, as large as fits with the movie's aspect.
-class TeskPreviewPane::Canvas final : public QWidget {
-  public:
-    explicit Canvas(TeskPreviewPane& pane) : pane_(pane) {
-        setObjectName(QStringLiteral("previewCanvas"));
-        setMinimumSize(120, 120);
-        setAttribute(Qt::WA_OpaquePaintEvent);
-    }
-
-    /// The scale that fits the stage into the canvas.
-    double FitScale(const ZoMoviePlayer& player) const {
-        const double scale = std::min(static_cast<double>(width()) / player.Width(),
-                                      static_cast<double>(height()) / player.Height());
-        return std::max(scale, 0.01);
-    }
-
-    void SetMessage(const QString& message) {
-        message_ = message;
-        update();
-    }
-
-  protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        painter.fillRect(rect(), palette().color(QPalette::Dark));
-        const ZoRgbaImage& picture = pane_.picture_;
-        if (picture.width > 0 && pane_.player_) {
-            const QImage image(picture.rgba.data(), picture.width, picture.height,
-                               picture.width * 4, QImage::Format_RGBA8888);
-            painter.drawImage((width() - picture.width) / 2, (height() - picture.height) / 2,
-                              image);
-            return;
-        }
-        painter.setPen(palette().color(QPalette::BrightText));
-        painter.drawText(rect().adjusted(8, 8, -8, -8), Qt::AlignCenter | Qt::TextWordWrap,
-                         message_);
-    }
-
-    void resizeEvent(QResizeEvent*) override { pane_.RenderCurrentFrame(); }
-
-  private:
-    TeskPreviewPane& pane_;
-    QString message_ = QStringLiteral("Building the preview...");
-};
-
-TeskPreviewPane::TeskPreviewPane(QWidget* parent) : QWidget(parent) {
+TeskPreviewPane::TeskPreviewPane(QSettings& settings, QWidget* parent)
+    : QWidget(parent), settings_(settings) {
     setObjectName(QStringLiteral("previewPane"));
-    canvas_ = new Canvas(*this);
+    view_ = new TeskMovieView;
+    view_->setObjectName(QStringLiteral("previewCanvas"));
+    view_->setMinimumSize(120, 120);
+    view_->SetMessage(QStringLiteral("Building the preview..."));
     slider_ = new QSlider(Qt::Horizontal);
     slider_->setObjectName(QStringLiteral("frameSlider"));
     slider_->setRange(1, 1);
@@ -82,6 +42,11 @@ TeskPreviewPane::TeskPreviewPane(QWidget* parent) : QWidget(parent) {
     auto* stop = new QPushButton(style()->standardIcon(QStyle::SP_MediaStop), QString());
     stop->setObjectName(QStringLiteral("stop"));
     stop->setToolTip(QStringLiteral("Stop"));
+    externalToggle_ =
+        new QPushButton(style()->standardIcon(QStyle::SP_TitleBarNormalButton), QString());
+    externalToggle_->setObjectName(QStringLiteral("externalPreview"));
+    externalToggle_->setToolTip(QStringLiteral("External Preview"));
+    externalToggle_->setCheckable(true);
     frameReadOut_ = new QLabel;
     frameReadOut_->setObjectName(QStringLiteral("frameReadOut"));
     timeReadOut_ = new QLabel;
@@ -91,19 +56,21 @@ TeskPreviewPane::TeskPreviewPane(QWidget* parent) : QWidget(parent) {
     controls->addWidget(playPause_);
     controls->addWidget(stop);
     controls->addWidget(slider_, 1);
+    controls->addWidget(externalToggle_);
     auto* readOuts = new QHBoxLayout;
     readOuts->addWidget(new QLabel(QStringLiteral("Frame:")));
     readOuts->addWidget(frameReadOut_, 1);
     readOuts->addWidget(new QLabel(QStringLiteral("Time:")));
     readOuts->addWidget(timeReadOut_, 1);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(new QLabel(QStringLiteral("Preview:")));
-    layout->addWidget(canvas_, 1);
+    layout->addWidget(new QLabel(QStringLiteral("Macromedia Flash Player Preview:")));
+    layout->addWidget(view_, 1);
     layout->addLayout(controls);
     layout->addLayout(readOuts);
 
     connect(playPause_, &QPushButton::clicked, this, [this] { playing_ ? Pause() : Play(); });
     connect(stop, &QPushButton::clicked, this, &TeskPreviewPane::Stop);
+    connect(externalToggle_, &QPushButton::toggled, this, &TeskPreviewPane::SetExternalPreview);
     connect(slider_, &QSlider::sliderPressed, this, &TeskPreviewPane::SliderPressed);
     connect(slider_, &QSlider::sliderReleased, this, &TeskPreviewPane::SliderReleased);
     connect(slider_, &QSlider::actionTriggered, this,
@@ -115,13 +82,23 @@ TeskPreviewPane::TeskPreviewPane(QWidget* parent) : QWidget(parent) {
     Play();
 }
 
-TeskPreviewPane::~TeskPreviewPane() = default;
+TeskPreviewPane::~TeskPreviewPane() {
+    // The window draws from our player, which goes before our children do.
+    delete externalWindow_;
+}
 
 int32_t TeskPreviewPane::GetFrameCount() const noexcept {
     return player_ ? player_->FrameCount() : 0;
 }
 
 void TeskPreviewPane::RequestPreview(const TeskFile& document) {
+    const COLORREF colour = document.GetBackgroundColour();
+    background_ = QColor(ZoGetRed(colour), ZoGetGreen(colour), ZoGetBlue(colour));
+    externalScale_ = TeskMovieScaleOf(document.GetResizeMode());
+    if (externalWindow_) {
+        externalWindow_->GetView().SetBackground(background_);
+        externalWindow_->GetView().SetScale(externalScale_);
+    }
     session_.RequestPreview(document);
     UpdateReadOuts();
 }
@@ -130,7 +107,7 @@ void TeskPreviewPane::PollPreview() {
     if (const std::optional<std::filesystem::path> file = session_.PollPreview())
         LoadMovie(*file);
     else if (!player_ && !session_.LastError().empty())
-        canvas_->SetMessage(QString::fromStdString(session_.LastError()));
+        view_->SetMessage(QString::fromStdString(session_.LastError()));
     UpdateReadOuts();
 }
 
@@ -139,7 +116,7 @@ void TeskPreviewPane::LoadMovie(const std::filesystem::path& file) {
     try {
         loaded.emplace(ZoMoviePlayer::FromFile(file));
     } catch (const ZoException& error) {
-        canvas_->SetMessage(QString::fromUtf8(error.what()));
+        view_->SetMessage(QString::fromUtf8(error.what()));
         return;
     }
     const auto newRate = static_cast<int32_t>(std::lround(loaded->FrameRate()));
@@ -189,11 +166,37 @@ void TeskPreviewPane::AdvanceFrame() {
 void TeskPreviewPane::RenderCurrentFrame() {
     if (!player_)
         return;
-    player_->RenderFrameInto(frame_, canvas_->FitScale(*player_), picture_);
+    view_->ShowFrame(&*player_, frame_);
+    if (externalWindow_)
+        externalWindow_->GetView().ShowFrame(&*player_, frame_);
     if (!slider_->isSliderDown())
         slider_->setValue(frame_ + 1);
     UpdateReadOuts();
-    canvas_->update();
+}
+
+void TeskPreviewPane::SetExternalPreview(bool open) {
+    if (open == (externalWindow_ != nullptr))
+        return;
+    if (!open) {
+        externalWindow_->close();  // stores its place and reports back
+        return;
+    }
+    externalWindow_ = new TeskExternalPreviewWnd(settings_, this);
+    externalWindow_->setAttribute(Qt::WA_DeleteOnClose);
+    externalWindow_->GetView().SetBackground(background_);
+    externalWindow_->GetView().SetScale(externalScale_);
+    connect(externalWindow_, &TeskExternalPreviewWnd::closed, this,
+            &TeskPreviewPane::ExternalPreviewClosed);
+    const QSignalBlocker block(externalToggle_);
+    externalToggle_->setChecked(true);
+    externalWindow_->show();
+    RenderCurrentFrame();
+}
+
+void TeskPreviewPane::ExternalPreviewClosed() {
+    externalWindow_ = nullptr;
+    const QSignalBlocker block(externalToggle_);
+    externalToggle_->setChecked(false);
 }
 
 void TeskPreviewPane::UpdateReadOuts() {

@@ -2,16 +2,21 @@
 // The live preview of the main window: asks the background builder for a
 // new movie on every change of the document, picks finished movies up by
 // polling, and plays them with our own renderer at their frame rate.
+#include <QColor>
 #include <QTimer>
 #include <QWidget>
 #include <optional>
+
+#include "app/movie_view.h"
 
 #include "publish/preview_builder.h"
 #include "render/movie_player.h"
 
 class QLabel;
 class QPushButton;
+class QSettings;
 class QSlider;
+class TeskExternalPreviewWnd;
 class TeskFile;
 
 class TeskPreviewPane final : public QWidget {
@@ -20,7 +25,8 @@ class TeskPreviewPane final : public QWidget {
     /// How often the pane looks for a finished preview.
     static constexpr int kPollMilliseconds = 100;
 
-    explicit TeskPreviewPane(QWidget* parent = nullptr);
+    /// `settings` keep where the external preview was last closed.
+    explicit TeskPreviewPane(QSettings& settings, QWidget* parent = nullptr);
     ~TeskPreviewPane() override;
 
     /// Asks for a preview of `document` as it is now.
@@ -36,7 +42,11 @@ class TeskPreviewPane final : public QWidget {
     int32_t GetCurrentFrame() const noexcept { return frame_; }
     int32_t GetFrameCount() const noexcept;
     /// The picture on screen (null before the first preview).
-    const ZoRgbaImage& GetShownFrame() const noexcept { return picture_; }
+    const ZoRgbaImage& GetShownFrame() const noexcept { return view_->GetPicture(); }
+    /// Where finished previews are written.
+    const std::filesystem::path& GetPreviewFile() const noexcept { return session_.PreviewFile(); }
+    /// The external preview window while it is open, otherwise null.
+    TeskExternalPreviewWnd* GetExternalWindow() const noexcept { return externalWindow_; }
 
     void Play();
     void Pause();
@@ -44,32 +54,38 @@ class TeskPreviewPane final : public QWidget {
     void Stop();
     /// Shows frame `frame` (zero based) without changing play or pause.
     void ShowFrame(int32_t frame);
+    /// Opens or closes the external preview window.
+    void SetExternalPreview(bool open);
 
   signals:
     /// A newly built movie is on screen.
     void previewLoaded();
 
   private:
-    class Canvas;
-
     void LoadMovie(const std::filesystem::path& file);
     void AdvanceFrame();
     void RenderCurrentFrame();
     void UpdateReadOuts();
     void SliderPressed();
     void SliderReleased();
+    void ExternalPreviewClosed();
 
+    QSettings& settings_;
     TeskPreviewSession session_;
     std::optional<ZoMoviePlayer> player_;
-    ZoRgbaImage picture_;
     int32_t frame_ = 0;
     bool playing_ = true;
     bool playAfterDrag_ = false;
     QTimer pollTimer_;
     QTimer playTimer_;
-    Canvas* canvas_;
+    TeskMovieView* view_;
     QSlider* slider_;
     QPushButton* playPause_;
+    QPushButton* externalToggle_;
+    TeskExternalPreviewWnd* externalWindow_ = nullptr;
+    // The document's look as the external window shows it.
+    QColor background_;
+    TeskMovieScale externalScale_ = TeskMovieScale::kShowAll;
     QLabel* frameReadOut_;
     QLabel* timeReadOut_;
 };

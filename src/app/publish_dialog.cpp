@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/context_help.h"
 #include "app/dialog_buttons.h"
 #include "app/user_prompts.h"
 #include "document/file.h"
@@ -54,6 +55,7 @@ TeskPublishDialog::TeskPublishDialog(TeskFile& file, TeskUserPrompts& prompts, T
     layout->addWidget(TeskMakeDialogButtons(*this, help, kHelpTopic, "&Help", "&Publish"));
 
     connect(browse, &QPushButton::clicked, this, &TeskPublishDialog::Browse);
+    TeskInstallContextHelp(*this, help, "::/Text/PublishDialog.txt");
 }
 
 void TeskPublishDialog::Store(TeskFile& file) const {

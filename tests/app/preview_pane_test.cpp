@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QPushButton>
 
 #include "app/app_test_support.h"
 #include "app/editor_app.h"
 #include "app/editor_window.h"
+#include "app/external_preview_window.h"
+#include "app/movie_view.h"
 #include "app/preview_pane.h"
 #include "objects/object.h"
 
@@ -61,3 +64,66 @@ TEST(PreviewPane, ShowsTheChangedDocumentOnceTheBuilderHasFinished) {
 }
 
 }  // namespace
+
+TEST(MovieView, StagesFillTheViewAsTheResizeModeSays) {
+    struct Case {
+        int resizeMode;
+        QSize stage, view;
+        QRect expected;
+    };
+    const Case cases[] = {
+        {0, {300, 200}, {400, 300}, {50, 50, 300, 200}},    // fixed size, centred
+        {0, {300, 200}, {200, 100}, {-50, -50, 300, 200}},  // larger than the view
+        {1, {300, 200}, {400, 300}, {0, 0, 400, 300}},      // stretched to fill
+        {2, {300, 200}, {400, 300}, {0, 17, 400, 266}},     // aspect kept
+        {2, {100, 400}, {400, 300}, {162, 0, 75, 300}},
+        {7, {300, 200}, {600, 400}, {0, 0, 600, 400}},  // unknown modes keep the aspect
+        {2, {300, 200}, {0, 0}, {}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(TeskMovieRect(c.stage, c.view, TeskMovieScaleOf(c.resizeMode)), c.expected)
+            << c.resizeMode << " " << c.view.width();
+    }
+}
+
+TEST(PreviewPane, ExternalPreviewReopensWhereItWasClosedAndShowsTheSameFrame) {
+    AppTest::TempSettings settings;
+    AppTest::ScriptedPrompts prompts;
+    settings.Get().setValue(AppTest::Key(kTeskPreviewWindowSection, "Window x pos"), 30);
+    settings.Get().setValue(AppTest::Key(kTeskPreviewWindowSection, "Window y pos"), 40);
+    TeskEditorApp app(settings.Get(), prompts, {"/nonexistent", "/nonexistent"});
+    app.GetDocument().SetResizeMode(1, nullptr);  // the published movie fills its area
+    TeskEditorDlg window(app);
+    window.show();
+    TeskPreviewPane& pane = *window.GetPreviewPane();
+    ASSERT_TRUE(WaitFor([&] { return pane.HasMovie(); }));
+    pane.Pause();
+    pane.ShowFrame(3);
+
+    auto* toggle = window.findChild<QPushButton*>("externalPreview");
+    ASSERT_NE(toggle, nullptr);
+    toggle->click();
+    TeskExternalPreviewWnd* external = pane.GetExternalWindow();
+    ASSERT_NE(external, nullptr);
+    EXPECT_EQ(external->windowTitle(), "Vimbo - Macromedia Flash Player Preview");
+    EXPECT_EQ(external->pos(), QPoint(30, 40));
+    EXPECT_EQ(external->size(), QSize(400, 300));
+    // Stretched: drawn at the larger of the two scales, then fitted.
+    const double scale =
+        std::max(400.0 / app.GetDocument().GetWidth(), 300.0 / app.GetDocument().GetHeight());
+    const ZoRgbaImage& picture = external->GetView().GetPicture();
+    const ZoRgbaImage expected =
+        ZoMoviePlayer::FromFile(pane.GetPreviewFile()).RenderFrame(3, scale);
+    EXPECT_GE(std::min(picture.width - 400, picture.height - 300), 0) << "covers the window";
+    EXPECT_EQ(picture.rgba, expected.rgba) << "the pane's frame, not the first";
+
+    external->move(70, 80);
+    external->close();
+    EXPECT_EQ(pane.GetExternalWindow(), nullptr);
+    EXPECT_FALSE(toggle->isChecked());
+    toggle->click();
+    ASSERT_NE(pane.GetExternalWindow(), nullptr);
+    EXPECT_EQ(pane.GetExternalWindow()->pos(), QPoint(70, 80));
+    toggle->click();
+    EXPECT_EQ(pane.GetExternalWindow(), nullptr);
+}
