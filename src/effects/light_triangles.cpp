@@ -12,7 +12,11 @@ using ZoFlash::ZoSWFColour;
 namespace {
 
 // Every shape's gradient runs down its left edge, from (0, 0) to (0, kSide).
-constexpr int32_t kSide = 1000;
+// The shapes are as large as rounding a placement's terms allows (to half a
+// twip), so that the terms that scale them onto small triangles take few
+// bits; a multiple of ten keeps every third corner on a whole twip.
+constexpr int32_t kSide = ZoFlash::kZoHalfTwipExtent / 1000 * 1000;
+static_assert(kSide % (TeskLightTriangles::kShapeCount - 1) == 0);
 
 // Where shape `index` has its third corner on the right: `index` steps of the
 // way down the gradient.

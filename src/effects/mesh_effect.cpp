@@ -1,5 +1,8 @@
 #include "effects/mesh_effect.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 #include "flash/swf_frame.h"
 #include "flash/swf_shape.h"
 #include "geometry/mesh_geometry.h"
@@ -22,6 +25,25 @@ TeskTriangle RoundedToPixels(TeskTriangle t) noexcept {
     return t;
 }
 
+TeskTriangle Magnified(TeskTriangle t, int32_t factor) noexcept {
+    for (ZoPoint& p : t)
+        p = {p.x * factor, p.y * factor};
+    return t;
+}
+
+// A triangle's shape is drawn as large as it may be, so that every frame
+// scales it down: small scale and rotate terms take fewer bits in each of
+// the placements that make up most of a movie. Shape and rest corners stay
+// within kZoHalfTwipExtent, so rounding a term moves no point by more than
+// half a twip, far less than the overlap `expand` gives neighbours.
+int32_t ShapeMagnification(const ZoFlash::ZoSWFShape& shape, const TeskTriangle& rest) noexcept {
+    int32_t extent = 1;
+    for (const ZoPoint p : rest)
+        extent = std::max({extent, std::abs(p.x), std::abs(p.y)});
+    return std::min(shape.LargestMagnification(ZoFlash::kZoHalfTwipExtent),
+                    std::max(ZoFlash::kZoHalfTwipExtent / extent, 1));
+}
+
 }  // namespace
 
 void TeskMeshEffect::BuildMeshTriangles(MeshTriangleList& list, TeskSWFMovie& movie,
@@ -40,8 +62,12 @@ void TeskMeshEffect::BuildMeshTriangles(MeshTriangleList& list, TeskSWFMovie& mo
         if (roundPoints)
             outline = RoundedToPixels(outline);
         MeshTriangle& triangle = list.emplace_back();
-        triangle.shape = object.MakeTriangleShape(movie, rect, outline);
         triangle.restCorners = Truncated(mapped);
+        ZoAutoInterface2<ZoFlash::ZoSWFShape> shape =
+            object.MakeTriangleShape(movie, rect, outline);
+        triangle.shapeMagnification = ShapeMagnification(*shape, triangle.restCorners);
+        shape->Magnify(triangle.shapeMagnification);
+        triangle.shape = std::move(shape);
         triangle.corners = triangle.restCorners;
         triangle.restDepth = triangle.depth = depthBase + i;
     }
@@ -63,7 +89,7 @@ void TeskMeshEffect::PlaceMeshTriangles(const MeshTriangleList& list, ZoFlash::Z
             continue;
         const TeskTriangle q =
             roundMovedPoints ? RoundedToPixels(triangle.corners) : triangle.corners;
-        const TeskTriangle& p = triangle.restCorners;
+        const TeskTriangle p = Magnified(triangle.restCorners, triangle.shapeMagnification);
         ZoFlash::ZoSWFTransformation t;
         if (!TriangleTransform(t, p[0], q[0], p[1], q[1], p[2], q[2]))
             continue;

@@ -31,14 +31,18 @@ class TeskMeshEffect : public TeskEffect {
         /// The depth to place at in the current frame; 0 leaves it out.
         int32_t depth = 0;
         ZoFlash::ZoSWFColourTransformation colourTransformation;
+        /// The shape is drawn this many times larger than the triangle at
+        /// rest; placements scale it back.
+        int32_t shapeMagnification = 1;
     };
     using MeshTriangleList = std::vector<MeshTriangle>;
 
     /// Appends one triangle per triangle of point set `pointSet` of
     /// `triangulation`, mapped onto `rect` (twips): its shape is `object`'s
     /// fill clipped to the triangle pushed `expand` twips outwards, with the
-    /// outline snapped to whole pixels when `roundPoints` is set. Triangle i
-    /// rests at depth `depthBase` + i with corners and depth at rest.
+    /// outline snapped to whole pixels when `roundPoints` is set, drawn
+    /// magnified. Triangle i rests at depth `depthBase` + i with corners and
+    /// depth at rest.
     static void BuildMeshTriangles(MeshTriangleList& list, TeskSWFMovie& movie, TeskObject& object,
                                    const ZoRect& rect, const TeskTriangulation& triangulation,
                                    int32_t pointSet, double expand, bool roundPoints,
