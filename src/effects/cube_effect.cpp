@@ -154,6 +154,12 @@ void TeskCubeEffect::MoveFaces(FaceMeshes& meshes, const ZoRect& rect, int32_t f
         const auto n = static_cast<int32_t>(mesh.size());
         TeskMatrix4 m = TeskCubeFaceMatrix(state, f, rect);
         m.Apply(spin);
+        // Neighbouring faces end on their common edge, where the least gap
+        // between their rims lets a hairline of the background through (the
+        // object's rim has no enlargement to close it, unlike the seams inside
+        // a face). Where both look towards the viewer they overlap instead;
+        // faces turned away, and the cube's outline, stay as they are.
+        m = TeskOverlappingCubeFace(state, m, rect, GetGridSettings().expand);
         const TeskPoint3D normal =
             TeskNormalise(m.Transform({0.0, 0.0, 1.0}) - m.Transform(origin));
         ZoFlash::ZoSWFColourTransformation light;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numbers>
 
+#include "geometry/perspective.h"
 #include "platform/zo_units.h"
 
 namespace {
@@ -73,6 +74,40 @@ TeskMatrix4 TeskCubeFaceMatrix(const TeskCubeEffect::CubeState& state, int32_t f
     m.Apply(TeskMatrix4::Scale(scale, scale, scale))
         .Apply(TeskMatrix4::RotationX(Degrees(state.rotateX)))
         .Apply(TeskMatrix4::RotationZ(Degrees(state.rotateZ)));
+    return m;
+}
+
+TeskMatrix4 TeskOverlappingCubeFace(const TeskCubeEffect::CubeState& state,
+                                    const TeskMatrix4& faceMatrix, const ZoRect& rect,
+                                    double overlap) noexcept {
+    const double size = TeskCubeSize(rect);
+    const double scale = state.scaleSize / 100.0;
+    if (!(size > 0.0 && scale > 0.0 && overlap > 0.0))
+        return faceMatrix;
+    const double cx = (rect.left + rect.right) / 2, cy = (rect.top + rect.bottom) / 2;
+    const TeskPoint3D centre = faceMatrix.Transform({cx, cy, 0.0});
+    const TeskPoint3D eye{0.0, 0.0, TeskEyeDistance(rect)};
+    const auto facesEye = [&](const TeskPoint3D& outwards, const TeskPoint3D& on) {
+        return TeskDot(outwards, eye - on) > 0.0;
+    };
+    if (!facesEye(faceMatrix.Transform({cx, cy, 1.0}) - centre, centre))
+        return faceMatrix;
+    // How far the side through (x, y) grows, in half sides: on a cube the
+    // face beyond an edge looks the way from this face's centre to the edge.
+    const double beyond = std::min(overlap / scale, size / 8.0) / size;
+    const auto growth = [&](double x, double y) {
+        const TeskPoint3D edge = faceMatrix.Transform({x, y, 0.0});
+        return facesEye(edge - centre, edge) ? beyond : 0.0;
+    };
+    const double halfWidth = rect.Width() / 2, halfHeight = rect.Height() / 2;
+    const double left = rect.left - halfWidth * growth(rect.left, cy);
+    const double right = rect.right + halfWidth * growth(rect.right, cy);
+    const double top = rect.top - halfHeight * growth(cx, rect.top);
+    const double bottom = rect.bottom + halfHeight * growth(cx, rect.bottom);
+    TeskMatrix4 m = TeskMatrix4::Translation(-rect.left, -rect.top, 0.0);
+    m.Apply(TeskMatrix4::Scale((right - left) / rect.Width(), (bottom - top) / rect.Height(), 1.0))
+        .Apply(TeskMatrix4::Translation(left, top, 0.0))
+        .Apply(faceMatrix);
     return m;
 }
 

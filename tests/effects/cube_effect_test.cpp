@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 
 #include "effects/cube_geometry.h"
 #include "geometry/perspective.h"
@@ -110,6 +111,45 @@ TEST(CubeEffectTest, FacesTowardsTheViewerAreDrawnAboveTheOthersAndLit) {
     cube.SetUseLighting(false, nullptr);
     cube.MoveFaces(meshes, rect, 0, 24);
     EXPECT_EQ(meshes[Cube::kFront][0].colourTransformation.GetScale(0), 1.0);
+}
+
+// Where two faces towards the viewer meet, each reaches 20 twips (before
+// perspective) beyond the edge, so that no hairline opens between them;
+// every other edge, and so the cube's outline, stays where it is.
+TEST(CubeEffectTest, OnlyEdgesBetweenTwoFacesTowardsTheViewerOverlap) {
+    const ZoRect rect{0, 0, 3000, 2400};
+    const TeskPoint3D sides[] = {{0, 1200, 0}, {3000, 1200, 0}, {1500, 0, 0}, {1500, 2400, 0}};
+    Cube cube;
+    TeskSWFMovie movie;
+    Cube::FaceMeshes meshes = cube.BuildMeshes(movie, rect);
+    for (const int32_t frame : {0, 5, 13}) {
+        cube.MoveFaces(meshes, rect, frame, 24);
+        std::array<TeskMatrix4, Cube::kFaceCount> m;
+        std::array<TeskPoint3D, Cube::kFaceCount> centres;
+        for (int32_t f = 0; f < Cube::kFaceCount; ++f) {
+            m[f] = TeskCubeFaceMatrix(cube.GetCubeState(), f, rect);
+            m[f].Apply(TeskCubeSpin(cube.GetCubeState(), frame, 24));
+            centres[f] = m[f].Transform({1500, 1200, 0});
+        }
+        const auto towards = [&](size_t f) { return TeskFacesViewer(meshes[f][0].corners); };
+        for (size_t f = 0; f < m.size(); ++f) {
+            const TeskMatrix4 grown = TeskOverlappingCubeFace(cube.GetCubeState(), m[f], rect, 20);
+            for (const TeskPoint3D& side : sides) {
+                SCOPED_TRACE(testing::Message() << frame << " " << f << " " << side.x << side.y);
+                const TeskPoint3D edge = m[f].Transform(side);
+                // The face across the edge has the centre nearest to it.
+                size_t across = f == 0 ? 1 : 0;
+                for (size_t g = 0; g < m.size(); ++g) {
+                    if (g != f &&
+                        TeskLength(centres[g] - edge) < TeskLength(centres[across] - edge))
+                        across = g;
+                }
+                const TeskPoint3D outwards = TeskNormalise(edge - centres[f]);
+                const double beyond = TeskDot(grown.Transform(side) - edge, outwards);
+                EXPECT_NEAR(beyond, towards(f) && towards(across) ? 20.0 : 0.0, 1e-6);
+            }
+        }
+    }
 }
 
 TEST(CubeEffectTest, HalfWayTheCubeHasTurnedHalfAboutItsAxis) {

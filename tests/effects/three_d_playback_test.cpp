@@ -214,10 +214,10 @@ TEST(ThreeDPlayback, TheCubeIsClosedAndLitRedWhereverItStands) {
             }
             return true;
         };
-        // Where two faces meet, a few pixels of the anti-aliased edges let up
-        // to a third of the background through.
+        // Faces overlap where they meet: not even a hairline of the
+        // background shows between them.
         EXPECT_TRUE(
-            None(CountMisses(picture, deepInside, [](auto p) { return MostlyObject(p, 0.34); })));
+            None(CountMisses(picture, deepInside, [](auto p) { return MostlyObject(p, 0.01); })));
         EXPECT_TRUE(IsLitRed(picture.At(kWidth / 2, kHeight / 2)));
         EXPECT_TRUE(IsBlue(picture.At(2, 2)));
         EXPECT_TRUE(IsBlue(picture.At(kWidth - 3, kHeight - 3)));
