@@ -481,7 +481,10 @@ uint16_t DefinedId(const Tag& tag) {
 
 void ApplyPlaceObject(std::map<uint16_t, DisplayItem>& displayList, const PlaceObject2& place) {
     auto it = displayList.find(place.depth);
-    DisplayItem item = it != displayList.end() && !place.characterId ? it->second : DisplayItem{};
+    // A move that names a character swaps it in and keeps the rest, as the
+    // Flash players do; only a placement without the move flag starts afresh.
+    const bool fresh = place.characterId && !place.move;
+    DisplayItem item = it != displayList.end() && !fresh ? it->second : DisplayItem{};
     if (place.characterId)
         item.characterId = *place.characterId;
     if (place.matrix)

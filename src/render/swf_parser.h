@@ -264,8 +264,9 @@ std::vector<uint8_t> Inflate(std::span<const uint8_t> data, size_t expected);
 /// The character id that starts a definition tag's body.
 uint16_t DefinedId(const Tag& tag);
 
-/// What a PlaceObject2 does to the item at its depth: a new character
-/// starts from defaults, a move keeps every field it does not give.
+/// What a PlaceObject2 does to the item at its depth: a new placement
+/// starts from defaults, a move keeps every field it does not give, even when
+/// it swaps in another character.
 void ApplyPlaceObject(std::map<uint16_t, DisplayItem>& displayList, const PlaceObject2& place);
 
 }  // namespace ZoRender
