@@ -91,125 +91,87 @@ std::vector<uint8_t> AnimatedMovie() {
     return Bytes(movie);
 }
 
-using Placer = std::function<void(ZoSWFFrame&)>;
+using Fill = std::function<void(ZoSWFShape&)>;
 
-// One frame of 20 x 20 pixels on white.
-ZoMoviePlayer OneFrame(const Placer& place) {
+// A 20 x 20 pixel frame on white showing `shapes` (twips), filled by `fill`
+// or black, at `at`, then a red square over its top right quarter.
+ZoRgbaImage OneFrame(std::vector<std::vector<ZoPoint>> shapes, const Fill& fill = {},
+                     const ZoSWFTransformation& at = {}) {
     ZoSWFMovie movie("", 20, 20, 10, ZoSWFColour(0xFFFFFF, 255));
-    place(*movie.AddScene()->AddFrame());
-    return ZoMoviePlayer(Bytes(movie));
+    ZoSWFFrame* frame = movie.AddScene()->AddFrame();
+    for (const std::vector<ZoPoint>& corners : shapes) {
+        auto shape = ZoMakeCounted<ZoSWFShape>();
+        fill ? fill(*shape) : shape->SetSolidFill(ZoSWFColour(0, 0, 0, 255));
+        shape->MoveTo(corners.back());
+        for (const ZoPoint& p : corners)
+            shape->LineTo(p);
+        frame->PlaceObject(shape, nullptr, frame->GetPlacements().size() + 1, at, 0, -1,
+                           ZoSWFColourTransformation());
+    }
+    frame->PlaceObject(Square(ZoSWFColour(255, 0, 0, 255), 15, 0, 5), nullptr, 100,
+                       ZoSWFTransformation(), 0, -1, ZoSWFColourTransformation());
+    return ZoMoviePlayer(Bytes(movie)).RenderFrame(0);
 }
 
-void Place(ZoSWFFrame& frame, ZoAutoInterface2<ZoSWFShape> shape, int depth,
-           const ZoSWFTransformation& at = {}) {
-    frame.PlaceObject(shape, nullptr, depth, at, 0, -1, ZoSWFColourTransformation());
+std::vector<ZoPoint> From(int left) {
+    return {{left, 0}, {20 * kPx, 0}, {20 * kPx, 20 * kPx}, {left, 20 * kPx}};
 }
 
-ZoAutoInterface2<ZoSWFShape> Polygon(std::initializer_list<ZoPoint> pixels) {
-    auto shape = ZoMakeCounted<ZoSWFShape>();
-    shape->SetSolidFill(ZoSWFColour(0, 0, 0, 255));
-    shape->MoveTo(pixels.begin()->x, pixels.begin()->y);
-    for (const ZoPoint& p : pixels)
-        if (&p != pixels.begin())
-            shape->LineTo(p.x, p.y);
-    shape->LineTo(pixels.begin()->x, pixels.begin()->y);
-    return shape;
-}
-
-// Red | blue, one pixel each.
-ZoAutoInterface2<ZoSWFImage> RedBlue() {
-    auto image = ZoMakeCounted<ZoSWFImage>();
-    image->SetBitmapBufferImage({2, 1, {255, 0, 0, 255, 0, 0, 255, 255}}, 0xFFFFFFFF, 0);
-    return image;
-}
-
-// Squeezed onto the line x = y but for `flatness` (the determinant).
-ZoSWFTransformation Flattened(double flatness) {
-    ZoSWFTransformation t;
-    t.AppendMatrix(1, 1, 1, 1 + flatness, 0, 0);
-    return t;
+// Red | blue, one pixel each, `width` twips a pixel.
+Fill RedBlue(double width) {
+    return [width](ZoSWFShape& s) {
+        auto image = ZoMakeCounted<ZoSWFImage>();
+        image->SetBitmapBufferImage({2, 1, {255, 0, 0, 255, 0, 0, 255, 255}}, 0xFFFFFFFF, 0);
+        s.SetClippedBitmapFill(image, 0, 0, width, 20 * kPx);
+    };
 }
 
 TEST(MoviePlayer, DrawsTheRestOfTheFrameAfterAPlacementSquashedFlat) {
-    // The smallest flatness a MATRIX holds; it needs terms far beyond what
-    // the rasteriser takes to reach a gradient's or a picture's own space.
-    const double nearlyFlat = 2.0 / 65536;
+    // Onto the line x = y but for the determinant: the smallest a MATRIX holds
+    // needs terms far beyond the rasteriser's range to reach a fill's space.
+    auto flattened = [](double determinant) {
+        ZoSWFTransformation t;
+        t.AppendMatrix(1, 1, 1, 1 + determinant, 0, 0);
+        return t;
+    };
     const std::vector<ZoSWFColour> stops = {ZoSWFColour(0, 0, 0, 255), ZoSWFColour(0, 0, 255, 255)};
-    struct Case {
-        const char* name;
-        double flatness;
-        std::function<ZoAutoInterface2<ZoSWFShape>()> shape;
+    const std::tuple<const char*, double, Fill> cases[] = {
+        {"solid, no area", 0, {}},
+        {"linear gradient", 2.0 / 65536,
+         [&](ZoSWFShape& s) {
+             s.SetLinearGradientFill(stops, {0, 0}, {400, 0}, 400, nullptr);
+         }},
+        {"radial gradient", 2.0 / 65536,
+         [&](ZoSWFShape& s) {
+             s.SetRadialGradientFill(stops, {0, 0}, {400, 0}, 200, nullptr);
+         }},
+        {"picture", 2.0 / 65536, RedBlue(1)},
     };
-    const Case cases[] = {
-        {"solid, no area", 0, [] { return Square(ZoSWFColour(0, 0, 255, 255), 0, 0, 20); }},
-        {"linear gradient", nearlyFlat,
-         [&] {
-             auto s = ZoMakeCounted<ZoSWFShape>();
-             s->SetLinearGradientFill(stops, {0, 0}, {20 * kPx, 0}, 20 * kPx, nullptr);
-             s->Rectangle({0, 0, 20 * kPx, 20 * kPx});
-             return s;
-         }},
-        {"radial gradient", nearlyFlat,
-         [&] {
-             auto s = ZoMakeCounted<ZoSWFShape>();
-             s->SetRadialGradientFill(stops, {0, 0}, {20 * kPx, 20 * kPx}, 10 * kPx, nullptr);
-             s->Rectangle({0, 0, 20 * kPx, 20 * kPx});
-             return s;
-         }},
-        {"picture", nearlyFlat,
-         [] {
-             auto s = ZoMakeCounted<ZoSWFShape>();
-             s->SetClippedBitmapFill(RedBlue(), 0, 0, 1, 1);
-             s->Rectangle({0, 0, 20 * kPx, 20 * kPx});
-             return s;
-         }},
-    };
-    for (const Case& c : cases) {
-        const ZoMoviePlayer player = OneFrame([&](ZoSWFFrame& frame) {
-            Place(frame, c.shape(), 1, Flattened(c.flatness));
-            Place(frame, Square(ZoSWFColour(255, 0, 0, 255), 10, 0, 10), 2);
-        });
-        EXPECT_TRUE(ColoursAt(player.RenderFrame(0), {{15, 5, 255, 0, 0}, {5, 15, 255, 255, 255}}))
-            << c.name;
-    }
+    for (const auto& [name, determinant, fill] : cases)
+        EXPECT_TRUE(ColoursAt(OneFrame({From(0)}, fill, flattened(determinant)),
+                              {{17, 2, 255, 0, 0}, {5, 15, 255, 255, 255}}))
+            << name;
 }
 
 // Four samples a pixel, as the reference player takes them: each sample keeps
 // its own colour, so edges never blend pieces into their neighbours.
 TEST(MoviePlayer, SamplesShapesFourTimesAPixelAndPicturesAtItsCentre) {
-    struct Case {
-        const char* name;
-        Placer place;
-        std::initializer_list<Expected> points;
-    };
-    const Case cases[] = {
-        {"two triangles sharing a diagonal leave no seam on it",
-         [](ZoSWFFrame& f) {
-             Place(f, Polygon({{0, 0}, {20 * kPx, 0}, {0, 20 * kPx}}), 1);
-             Place(f, Polygon({{20 * kPx, 0}, {20 * kPx, 20 * kPx}, {0, 20 * kPx}}), 2);
-         },
-         {{9, 10, 0, 0, 0}, {4, 15, 0, 0, 0}, {15, 4, 0, 0, 0}}},
-        {"an edge a twip into a pixel misses every sample",
-         [](ZoSWFFrame& f) {
-             Place(f, Polygon({{1, 0}, {20 * kPx, 0}, {20 * kPx, 20 * kPx}, {1, 20 * kPx}}), 1);
-         },
-         {{0, 5, 0, 0, 0}}},
+    const std::vector<ZoPoint> upperLeft = {{0, 0}, {20 * kPx, 0}, {0, 20 * kPx}};
+    const std::vector<ZoPoint> lowerRight = {{20 * kPx, 0}, {20 * kPx, 20 * kPx}, {0, 20 * kPx}};
+    const std::tuple<const char*, ZoRgbaImage, Expected> cases[] = {
+        {"triangles sharing a diagonal leave no seam",
+         OneFrame({upperLeft, lowerRight}),
+         {9, 10, 0, 0, 0}},
+        {"an edge a twip into a pixel misses every sample", OneFrame({From(1)}), {0, 5, 0, 0, 0}},
         {"an edge 0.3 pixels into a pixel covers three samples of four",
-         [](ZoSWFFrame& f) {
-             Place(f, Polygon({{206, 0}, {20 * kPx, 0}, {20 * kPx, 20 * kPx}, {206, 20 * kPx}}), 1);
-         },
-         {{10, 5, 64, 64, 64}, {11, 5, 0, 0, 0}}},
-        {"a picture's pixel boundary 0.2 pixels left of a centre",
-         [](ZoSWFFrame& f) {
-             auto s = ZoMakeCounted<ZoSWFShape>();
-             s->SetClippedBitmapFill(RedBlue(), 0, 0, 206, 20 * kPx);
-             s->Rectangle({0, 0, 20 * kPx, 20 * kPx});
-             Place(f, s, 1);
-         },
-         {{9, 5, 255, 0, 0}, {10, 5, 0, 0, 255}}},
+         OneFrame({From(206)}),
+         {10, 5, 64, 64, 64}},
+        {"a picture's pixels are read at the centre, 0.2 pixels past their boundary",
+         OneFrame({From(0)}, RedBlue(206)),
+         {10, 5, 0, 0, 255}},
     };
-    for (const Case& c : cases)
-        EXPECT_TRUE(ColoursAt(OneFrame(c.place).RenderFrame(0), c.points, 1)) << c.name;
+    for (const auto& [name, image, expected] : cases)
+        EXPECT_TRUE(ColoursAt(image, {expected}, 1)) << name;
 }
 
 TEST(MoviePlayer, DrawsEveryKindOfFillMaskSpriteAndText) {

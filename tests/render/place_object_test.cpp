@@ -6,55 +6,37 @@ using namespace ZoRender;
 
 namespace {
 
-Matrix Moved(int32_t x) {
-    Matrix m;
-    m.translateX = x;
-    return m;
-}
-
-Cxform Halved() {
-    Cxform c;
-    c.hasMult = true;
-    c.mult[3] = 128;
-    return c;
-}
-
-PlaceObject2 Place(bool move, std::optional<uint16_t> character, std::optional<Matrix> matrix,
-                   std::optional<Cxform> cxform = std::nullopt) {
+PlaceObject2 Place(bool move, std::optional<uint16_t> character, std::optional<int32_t> x) {
     PlaceObject2 p;
     p.move = move;
     p.depth = 5;
     p.characterId = character;
-    p.matrix = matrix;
-    p.cxform = cxform;
+    if (x) {
+        p.matrix = Matrix();
+        p.matrix->translateX = *x;
+    }
     return p;
 }
 
-// The display list after placing character 1 at depth 5, moved by 100
-// twips and half transparent, then `next` at the same depth.
+// Character 1 at depth 5, 100 twips along and half transparent, then `next`.
 TEST(ApplyPlaceObject, KeepsWhatAMoveLeavesOutEvenWhenItSwapsTheCharacter) {
-    struct Case {
-        const char* name;
-        PlaceObject2 next;
-        uint16_t character;
-        int32_t x;
-        int32_t alphaMult;
-    };
-    const Case cases[] = {
-        {"move", Place(true, std::nullopt, Moved(40)), 1, 40, 128},
+    const std::tuple<const char*, PlaceObject2, uint16_t, int32_t, int32_t> cases[] = {
+        {"move", Place(true, std::nullopt, 40), 1, 40, 128},
         {"swap by a move", Place(true, 2, std::nullopt), 2, 100, 128},
-        {"swap with a new matrix", Place(true, 2, Moved(7)), 2, 7, 128},
+        {"swap with a new matrix", Place(true, 2, 7), 2, 7, 128},
         {"new placement", Place(false, 2, std::nullopt), 2, 0, 256},
     };
-    for (const Case& c : cases) {
+    for (const auto& [name, next, character, x, alphaMult] : cases) {
         std::map<uint16_t, DisplayItem> list;
-        ApplyPlaceObject(list, Place(false, 1, Moved(100), Halved()));
-        ApplyPlaceObject(list, c.next);
-        ASSERT_EQ(list.size(), 1u) << c.name;
+        PlaceObject2 first = Place(false, 1, 100);
+        first.cxform = Cxform();
+        first.cxform->mult[3] = 128;
+        ApplyPlaceObject(list, first);
+        ApplyPlaceObject(list, next);
         const DisplayItem& item = list.at(5);
-        EXPECT_EQ(item.characterId, c.character) << c.name;
-        EXPECT_EQ(item.matrix.translateX, c.x) << c.name;
-        EXPECT_EQ(item.cxform.mult[3], c.alphaMult) << c.name;
+        EXPECT_EQ(item.characterId, character) << name;
+        EXPECT_EQ(item.matrix.translateX, x) << name;
+        EXPECT_EQ(item.cxform.mult[3], alphaMult) << name;
     }
 }
 
