@@ -13,7 +13,7 @@ class FramePainter {
     /// Draws into `cr`, whose matrix maps the stage's twips to its pixels.
     /// Shapes cover a pixel when they cover the point (`sampleX`, `sampleY`)
     /// pixels from its centre; gradients and pictures are read at the centre.
-    FramePainter(const MovieModel& movie, cairo_t* cr, double sampleX = 0, double sampleY = 0);
+    FramePainter(const MovieModel& movie, cairo_t* cr, double sampleX, double sampleY);
 
     /// Draws `list` as frame `frame` of its timeline.
     void Paint(const DisplayList& list, int32_t frame);
