@@ -2,12 +2,15 @@
 
 #include <QApplication>
 #include <QSettings>
+#include <QTimer>
 #include <cstdlib>
 #include <iostream>
 
 #include "app/app_settings.h"
 #include "app/editor_app.h"
 #include "app/editor_window.h"
+#include "app/splash_window.h"
+#include "app/tip_of_the_day.h"
 #include "app/user_prompts.h"
 
 namespace {
@@ -39,6 +42,10 @@ int TeskRunEditor(int& argc, char** argv, const std::string& projectFile) {
     if ((held & Qt::AltModifier) && (held & Qt::ControlModifier))
         TeskResetSettings(settings);
 
+    TeskSplashWindow splash;
+    splash.show();
+    QApplication::processEvents();
+
     TeskQtUserPrompts prompts;
     const std::filesystem::path program(QCoreApplication::applicationDirPath().toStdString());
     TeskEditorApp app(settings, prompts, TeskLocateInstallFolders(program));
@@ -47,5 +54,13 @@ int TeskRunEditor(int& argc, char** argv, const std::string& projectFile) {
     TeskEditorDlg window(app);
     prompts.SetParent(&window);
     window.show();
+    splash.finish(&window);
+    if (TeskTipOfTheDay::ShowsAtStartup(settings)) {
+        // Offered once the window is up, so the tip has something to sit on.
+        QTimer::singleShot(0, &window, [&] {
+            TeskTipOfTheDay tip(settings, &window);
+            prompts.RunDialog(tip);
+        });
+    }
     return QApplication::exec();
 }

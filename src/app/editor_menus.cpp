@@ -7,6 +7,7 @@
 
 #include "app/about_dialog.h"
 #include "app/editor_app.h"
+#include "app/tip_of_the_day.h"
 #include "app/editor_window.h"
 #include "app/help_topics.h"
 #include "app/link_url_dialog.h"
@@ -178,6 +179,12 @@ void TeskEditorDlg::CreateHelpMenu() {
     menu->addSeparator();
     QAction* support = menu->addAction(QStringLiteral("Contact Technical Support"));
     connect(support, &QAction::triggered, this, [this] { app_.OnContactSupport(); });
+    QAction* tip = menu->addAction(QStringLiteral("&Tip of the Day"));
+    tip->setObjectName(QStringLiteral("tipOfTheDay"));
+    connect(tip, &QAction::triggered, this, [this] {
+        TeskTipOfTheDay dialog(app_.GetSettings(), this);
+        app_.GetPrompts().RunDialog(dialog);
+    });
     menu->addSeparator();
     AddCommand(menu, "&About Vimbo", "about", &TeskEditorDlg::OnAbout);
 }
