@@ -1,0 +1,48 @@
+#pragma once
+// Objects have no drawing of their own: they describe themselves as SWF. A
+// preview therefore builds a one-frame movie holding the object and lets our
+// player draw it, so what the dialogs show is what the movie will show.
+#include <QImage>
+#include <QWidget>
+
+#include "platform/zo_colour.h"
+#include "platform/zo_rect.h"
+
+class TeskObject;
+
+/// `object` filling a movie of `movieSize` pixels on `background`, drawn at
+/// `size`. A null object shows the background alone; an object that cannot
+/// be drawn gives a null image.
+QImage TeskRenderObject(TeskObject* object, ZoSize movieSize, COLORREF background, QSize size);
+
+/// A window that shows one object at the movie's aspect ratio, centred.
+class TeskObjectPreview final : public QWidget {
+  public:
+    explicit TeskObjectPreview(QWidget* parent = nullptr);
+
+    /// Shows `object` (not owned; null for none) in a movie of `movieSize`
+    /// pixels on `background`.
+    void SetObject(TeskObject* object, ZoSize movieSize, COLORREF background);
+    /// Draws the object again after it changed. Changes arriving together
+    /// are drawn once, when the event loop next runs.
+    void ObjectChanged();
+    /// The picture shown now (for tests and screenshots).
+    const QImage& Picture() const noexcept { return picture_; }
+    /// Draws at once rather than when the event loop next runs.
+    void RenderNow();
+
+    QSize sizeHint() const override { return {160, 120}; }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    QRect PictureRect() const;
+
+    TeskObject* object_ = nullptr;
+    ZoSize movieSize_{1, 1};
+    COLORREF background_ = 0xFFFFFF;
+    QImage picture_;
+    bool pending_ = false;
+};
