@@ -7,11 +7,11 @@
 
 #include "app/about_dialog.h"
 #include "app/editor_app.h"
-#include "app/tip_of_the_day.h"
 #include "app/editor_window.h"
 #include "app/help_topics.h"
 #include "app/link_url_dialog.h"
 #include "app/movie_properties_dialog.h"
+#include "app/tip_of_the_day.h"
 #include "app/user_prompts.h"
 #include "document/file.h"
 
