@@ -10,6 +10,7 @@
 #include "app/editor_window.h"
 #include "app/preview_pane.h"
 #include "document/json_project.h"
+#include "effects/register_effects.h"
 #include "platform/zo_exception.h"
 
 namespace {
@@ -61,6 +62,7 @@ void WaitForPreview(const TeskPreviewPane& pane, const std::filesystem::path& pr
 }  // namespace
 
 std::vector<TeskScreenshotShot> TeskPlanScreenshots(const std::filesystem::path& examplesFolder) {
+    TeskRegisterEffects();  // the examples name their effects by type
     std::vector<TeskScreenshotShot> shots = {{{}, "main-window.png"}};
     std::vector<bool> taken(static_cast<size_t>(TeskEffect::GetCount()), false);
     for (const std::filesystem::path& project : SortedProjects(examplesFolder)) {

@@ -1,0 +1,56 @@
+#include <gtest/gtest.h>
+#include <fstream>
+
+#include "app/app_test_support.h"
+#include "app/editor_app.h"
+#include "app/editor_window.h"
+#include "app/screenshots.h"
+
+namespace {
+
+const std::filesystem::path kExamples = std::filesystem::path(VIMBO_SOURCE_DIR) / "examples";
+
+std::string ReadBytes(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+TEST(Screenshots, OneExamplePerEffectTypeTheFirstByName) {
+    std::map<std::string, std::string> planned;  // picture -> project
+    for (const TeskScreenshotShot& shot : TeskPlanScreenshots(kExamples)) {
+        const bool added =
+            planned.emplace(shot.picture.string(), shot.project.filename().string()).second;
+        EXPECT_TRUE(added) << shot.picture << " twice";
+    }
+    const std::pair<const char*, const char*> expected[] = {
+        {"main-window.png", ""},
+        {"effect-cross-fade.png", "cross_fade.json"},
+        {"effect-rotate-3d.png", "rotate_3d.json"},
+        {"effect-test-effect.png", "test_alpha_blend.json"},
+        {"effect-wave.png", "picture_wave.json"},  // before wave.json
+    };
+    for (const auto& [picture, project] : expected)
+        EXPECT_EQ(planned[picture], project) << picture;
+    EXPECT_EQ(planned.size(), static_cast<size_t>(TeskEffect::GetCount()) + 1)
+        << "every effect type has an example";
+}
+
+TEST(Screenshots, TheSameProjectsGiveTheSamePictures) {
+    AppTest::TempSettings settings;
+    AppTest::ScriptedPrompts prompts;
+    TeskEditorApp app(settings.Get(), prompts, {"/nonexistent", kExamples});
+    TeskEditorDlg window(app);
+    window.show();
+    const std::vector<TeskScreenshotShot> shots = {{{}, "new.png"},
+                                                   {kExamples / "cube.json", "cube.png"}};
+    const auto first = TeskTakeScreenshots(app, window, shots, settings.Folder() / "first");
+    const auto second = TeskTakeScreenshots(app, window, shots, settings.Folder() / "second");
+    ASSERT_EQ(first.size(), 2u);
+    ASSERT_EQ(second.size(), 2u);
+    for (size_t i = 0; i < first.size(); ++i)
+        EXPECT_EQ(ReadBytes(first[i]), ReadBytes(second[i])) << first[i];
+    EXPECT_NE(ReadBytes(first[0]), ReadBytes(first[1]));
+    EXPECT_TRUE(prompts.messages.empty());
+}
+
+}  // namespace
