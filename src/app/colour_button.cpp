@@ -43,20 +43,16 @@ void Remember(COLORREF colour) {
         recent.pop_back();
 }
 
-QColor ToQColor(COLORREF colour) {
-    return QColor(ZoGetRed(colour), ZoGetGreen(colour), ZoGetBlue(colour));
-}
-
 QString Describe(COLORREF colour) {
     if (colour == kZoNoColour)
         return QStringLiteral("Transparent");
-    return ToQColor(colour).name(QColor::HexRgb).toUpper();
+    return TeskToQColor(colour).name(QColor::HexRgb).toUpper();
 }
 
 /// A swatch; "no colour" is white crossed out in red.
 QPixmap Swatch(COLORREF colour, QSize size) {
     QPixmap swatch(size);
-    swatch.fill(colour == kZoNoColour ? QColor(Qt::white) : ToQColor(colour));
+    swatch.fill(colour == kZoNoColour ? QColor(Qt::white) : TeskToQColor(colour));
     QPainter painter(&swatch);
     if (colour == kZoNoColour) {
         painter.setRenderHint(QPainter::Antialiasing);
@@ -69,6 +65,15 @@ QPixmap Swatch(COLORREF colour, QSize size) {
 }
 
 }  // namespace
+
+QColor TeskToQColor(COLORREF colour) {
+    return QColor(ZoGetRed(colour), ZoGetGreen(colour), ZoGetBlue(colour));
+}
+
+COLORREF TeskFromQColor(const QColor& colour) {
+    return ZoRGB(static_cast<uint8_t>(colour.red()), static_cast<uint8_t>(colour.green()),
+                 static_cast<uint8_t>(colour.blue()));
+}
 
 TeskColourButton::TeskColourButton(COLORREF colour, QWidget* parent, bool allowTransparent)
     : QPushButton(parent),
@@ -97,11 +102,10 @@ void TeskColourButton::Choose(COLORREF colour) {
 }
 
 void TeskColourButton::ChooseMore() {
-    const QColor start = colour_ == kZoNoColour ? QColor(Qt::white) : ToQColor(colour_);
+    const QColor start = colour_ == kZoNoColour ? QColor(Qt::white) : TeskToQColor(colour_);
     const QColor chosen = QColorDialog::getColor(start, this);
     if (chosen.isValid())
-        Choose(ZoRGB(static_cast<uint8_t>(chosen.red()), static_cast<uint8_t>(chosen.green()),
-                     static_cast<uint8_t>(chosen.blue())));
+        Choose(TeskFromQColor(chosen));
 }
 
 void TeskColourButton::RebuildPalette() {

@@ -8,6 +8,10 @@
 
 class QMenu;
 
+/// Our colour values as Qt's colours, and back.
+QColor TeskToQColor(COLORREF colour);
+COLORREF TeskFromQColor(const QColor& colour);
+
 class TeskColourButton final : public QPushButton {
     Q_OBJECT
   public:

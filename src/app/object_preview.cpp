@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/colour_button.h"
+
 #include "flash/byte_stream.h"
 #include "media/swf_movie.h"
 #include "objects/object.h"
@@ -13,10 +15,6 @@
 #include "render/movie_player.h"
 
 namespace {
-
-QColor ToQColor(COLORREF colour) {
-    return QColor(ZoGetRed(colour), ZoGetGreen(colour), ZoGetBlue(colour));
-}
 
 std::vector<uint8_t> OneFrameMovie(TeskObject* object, ZoSize movieSize, COLORREF background) {
     TeskSWFMovie movie;
@@ -94,7 +92,7 @@ void TeskObjectPreview::paintEvent(QPaintEvent*) {
     painter.fillRect(rect(), palette().window());
     const QRect placed = PictureRect();
     if (picture_.isNull())
-        painter.fillRect(placed, ToQColor(background_));
+        painter.fillRect(placed, TeskToQColor(background_));
     else
         painter.drawImage(placed.topLeft(), picture_);
     painter.setPen(palette().mid().color());

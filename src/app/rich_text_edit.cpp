@@ -8,6 +8,7 @@
 #include <cmath>
 #include <memory>
 
+#include "app/colour_button.h"
 #include "text/rich_text.h"
 
 namespace {
@@ -19,15 +20,6 @@ constexpr int kSourceFormat = QTextFormat::UserProperty + 1;
 
 const QString kRtfMime = QStringLiteral("text/rtf");
 const QString kRtfMimeAlternative = QStringLiteral("application/rtf");
-
-QColor ToQColor(COLORREF colour) {
-    return QColor(ZoGetRed(colour), ZoGetGreen(colour), ZoGetBlue(colour));
-}
-
-COLORREF FromQColor(const QColor& colour) {
-    return ZoRGB(static_cast<uint8_t>(colour.red()), static_cast<uint8_t>(colour.green()),
-                 static_cast<uint8_t>(colour.blue()));
-}
 
 Qt::Alignment ToQtAlignment(ZoTextAlignment alignment) {
     switch (alignment) {
@@ -62,9 +54,9 @@ QTextCharFormat ToCharFormat(const FormatRef& format) {
     out.setVerticalAlignment(format->IsSubscript()     ? QTextCharFormat::AlignSubScript
                              : format->IsSuperscript() ? QTextCharFormat::AlignSuperScript
                                                        : QTextCharFormat::AlignNormal);
-    out.setForeground(ToQColor(format->Colour()));
+    out.setForeground(TeskToQColor(format->Colour()));
     if (!format->HasTransparentBack())
-        out.setBackground(ToQColor(format->BackColour()));
+        out.setBackground(TeskToQColor(format->BackColour()));
     out.setProperty(kSourceFormat, QVariant::fromValue(format));
     return out;
 }
@@ -103,11 +95,11 @@ void ApplyQtFormat(ZoTextFormat& format, const QTextCharFormat& chars,
                        chars.verticalAlignment() == QTextCharFormat::AlignSuperScript);
     }
     if (chars.foreground() != was.foreground())
-        format.SetColour(FromQColor(chars.foreground().color()));
+        format.SetColour(TeskFromQColor(chars.foreground().color()));
     if (chars.background() != was.background()) {
         const bool back = chars.background().style() != Qt::NoBrush;
-        format.SetBackColour(back ? FromQColor(chars.background().color()) : format.BackColour(),
-                             !back);
+        format.SetBackColour(
+            back ? TeskFromQColor(chars.background().color()) : format.BackColour(), !back);
     }
     if (block.alignment() != wasBlock.alignment())
         format.SetAlignment(FromQtAlignment(block.alignment()));

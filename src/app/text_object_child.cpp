@@ -41,15 +41,6 @@ constexpr AlignmentButton kVerticalAlignments[] = {
     {"verticalJustify", "\u21d5", "Vertical Justify", int(ZoVerticalAlignment::Justify)},
 };
 
-QColor ToQColor(COLORREF colour) {
-    return QColor(ZoGetRed(colour), ZoGetGreen(colour), ZoGetBlue(colour));
-}
-
-COLORREF FromQColor(const QColor& colour) {
-    return ZoRGB(static_cast<uint8_t>(colour.red()), static_cast<uint8_t>(colour.green()),
-                 static_cast<uint8_t>(colour.blue()));
-}
-
 QButtonGroup* AddButtonGroup(QWidget* bar, const AlignmentButton (&buttons)[4]) {
     auto* group = new QButtonGroup(bar);
     for (const AlignmentButton& entry : buttons) {
@@ -129,7 +120,7 @@ QWidget* TeskTextObjectChild::MakeFontBar() {
     });
     connect(colour_, &TeskColourButton::colourChosen, this, [this](COLORREF colour) {
         QTextCharFormat change;
-        change.setForeground(ToQColor(colour));
+        change.setForeground(TeskToQColor(colour));
         MergeFormat(change);
     });
     connect(backColour_, &TeskColourButton::colourChosen, this, [this](COLORREF colour) {
@@ -221,7 +212,7 @@ void TeskTextObjectChild::ShowFormat() {
     const QSignalBlocker quietSize(pointSize_);
     fontName_->setCurrentFont(format.font());
     pointSize_->setEditText(QString::number(std::lround(format.fontPointSize())));
-    colour_->SetColour(FromQColor(format.foreground().color()));
+    colour_->SetColour(TeskFromQColor(format.foreground().color()));
     bold_->setChecked(format.fontWeight() >= QFont::DemiBold);
     italic_->setChecked(format.fontItalic());
     underline_->setChecked(format.fontUnderline());
