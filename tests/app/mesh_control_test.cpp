@@ -1,13 +1,18 @@
 #include <gtest/gtest.h>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QScrollBar>
+#include <QSpinBox>
 #include <QTest>
 #include <algorithm>
 
+#include "app/grid_combo.h"
 #include "app/mesh_control.h"
 #include "app/morph_mesh_panel.h"
 #include "document/file.h"
 #include "effects/morph_effect.h"
 #include "effects/register_effects.h"
+#include "effects/wave_effect.h"
 #include "geometry/edit_grid_triangulation.h"
 
 namespace {
@@ -146,6 +151,53 @@ TEST_F(MeshControlTest, LinkedControlsShareZoomSelectionAndScrolling) {
     QTest::mouseClick(Mesh(0).viewport(), Qt::LeftButton, Qt::NoModifier,
                       Mesh(0).UnitToClient({0.1, 0.1}));
     EXPECT_EQ(Mesh(1).GetSelectedPoint(), -1);
+}
+
+TEST(GridControl, EachApplicationIsOneChangeNamedAfterWhatChanged) {
+    struct Case {
+        const char* what;
+        std::function<void(TeskGridComboPopup&)> edit;
+        const char* name;  // null: nothing is recorded
+        bool chooseGrid;
+        int32_t maxTriangles, across;
+    };
+    auto box = [](TeskGridComboPopup& panel, const char* name) {
+        return panel.findChild<QSpinBox*>(QString::fromUtf8(name));
+    };
+    const Case cases[] = {
+        {"untouched", [](TeskGridComboPopup&) {}, nullptr, true, 50, 40},
+        {"the check box", [](TeskGridComboPopup& p) { p.findChild<QCheckBox*>()->click(); },
+         "Edit Intelligent Triangles", false, 50, 40},
+        {"one number", [&](TeskGridComboPopup& p) { box(p, "maxTriangles")->setValue(120); },
+         "Edit Maximum Triangles", true, 120, 40},
+        // Across shows 15 for a stored 40; only typing there changes it.
+        {"two numbers",
+         [&](TeskGridComboPopup& p) {
+             box(p, "maxTriangles")->setValue(30);
+             box(p, "across")->setValue(7);
+         },
+         "Edit Grid", true, 30, 7},
+    };
+    TeskRegisterEffects();
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        TeskFile document;
+        auto& effect = static_cast<TeskGridEffect&>(*document.GetEffect(0));
+        TeskGridEffect::GridSettings settings = effect.GetGridSettings();
+        settings.across = 40;
+        effect.SetGridSettings(settings, nullptr);
+        TeskGridComboPopup panel(document, effect);
+        c.edit(panel);
+        panel.Apply();
+        const auto& history = document.GetUndoList();
+        ASSERT_EQ(history.GetCount(), c.name ? 1 : 0);
+        if (c.name) {
+            EXPECT_EQ(history.GetName(0), c.name);
+        }
+        EXPECT_EQ(effect.GetGridSettings().chooseGrid, c.chooseGrid);
+        EXPECT_EQ(effect.GetGridSettings().maxTriangles, c.maxTriangles);
+        EXPECT_EQ(effect.GetGridSettings().across, c.across);
+    }
 }
 
 }  // namespace
