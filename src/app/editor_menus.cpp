@@ -11,6 +11,7 @@
 #include "app/help_topics.h"
 #include "app/link_url_dialog.h"
 #include "app/movie_properties_dialog.h"
+#include "app/object_dialog.h"
 #include "app/tip_of_the_day.h"
 #include "app/user_prompts.h"
 #include "document/file.h"
@@ -127,6 +128,13 @@ void TeskEditorDlg::CreateEditMenu() {
     AddCommand(menu, "&Movie Properties...", "movieProperties", &TeskEditorDlg::OnMovieProperties);
     AddCommand(menu, "Fit To &Object", "fitToObject", &TeskEditorDlg::OnFitToObject);
     AddCommand(menu, "&Link URL...", "linkURL", &TeskEditorDlg::OnLinkURL);
+    menu->addSeparator();
+    QAction* foreground = menu->addAction(QStringLiteral("&Foreground Object"));
+    foreground->setObjectName(QStringLiteral("foregroundObject"));
+    connect(foreground, &QAction::triggered, this, [this] { EditMovieObject(true); });
+    QAction* background = menu->addAction(QStringLiteral("&Background Object"));
+    background->setObjectName(QStringLiteral("backgroundObject"));
+    connect(background, &QAction::triggered, this, [this] { EditMovieObject(false); });
     connect(menu, &QMenu::aboutToShow, this, &TeskEditorDlg::UpdateUndoItems);
     UpdateUndoItems();
 }
@@ -203,6 +211,26 @@ void TeskEditorDlg::OnLinkURL() {
 
 void TeskEditorDlg::OnFitToObject() {
     app_.GetDocument().FitToObject();
+}
+
+void TeskEditorDlg::EditMovieObject(bool foreground) {
+    TeskFile& document = app_.GetDocument();
+    TeskObjectDialog dialog(
+        foreground ? document.GetForegroundObject() : document.GetBackgroundObject(),
+        foreground ? QStringLiteral("Foreground Object Properties")
+                   : QStringLiteral("Background Object Properties"),
+        TeskObjectContextFor(app_), this);
+    if (!app_.GetPrompts().RunDialog(dialog))
+        return;
+    ZoAutoPtr<TeskObject> object = dialog.TakeResult();
+    auto transaction = std::make_unique<TeskFile::Transaction>(
+        foreground ? "Edit Foreground Object" : "Edit Background Object");
+    document.GetUndoList().Begin(transaction.get());
+    if (foreground)
+        document.SetForegroundObject(object, transaction.get());
+    else
+        document.SetBackgroundObject(object, transaction.get());
+    document.GetUndoList().Add(transaction);
 }
 
 void TeskEditorDlg::OnAbout() {

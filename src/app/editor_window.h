@@ -60,6 +60,9 @@ class TeskEditorDlg final : public QMainWindow, public TeskFileObserver {
     void OnMovieProperties();
     void OnLinkURL();
     void OnFitToObject();
+    /// The object dialog on the movie-wide foreground or background object;
+    /// OK stores its object as one undoable change.
+    void EditMovieObject(bool foreground);
     void OnAbout();
 
     void ShowDocument();

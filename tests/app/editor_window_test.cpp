@@ -18,6 +18,7 @@
 #include "app/effect_bar.h"
 #include "app/link_url_dialog.h"
 #include "app/movie_properties_dialog.h"
+#include "app/object_dialog.h"
 #include "effects/register_effects.h"
 
 namespace {
@@ -222,6 +223,44 @@ TEST_F(EditorWindowTest, PlacementIsKeptFromOneRunToTheNext) {
     TeskEditorDlg window(app_);
     EXPECT_EQ(window.geometry(), QRect(0, 20, 800, 550));
     EXPECT_EQ(window.GetDivider()->sizes().value(0), 350);
+}
+
+}  // namespace
+
+namespace {
+
+TEST_F(EditorWindowTest, MovieWideObjectsAreEditedInTheObjectDialogAsOneStep) {
+    TeskEditorDlg window(app_);
+    struct Case {
+        const char* action;
+        const char* title;
+        const char* undoName;
+        std::function<const TeskObject*()> stored;
+    };
+    const Case cases[] = {
+        {"foregroundObject", "Foreground Object Properties", "Edit Foreground Object",
+         [&] { return Document().GetForegroundObject(); }},
+        {"backgroundObject", "Background Object Properties", "Edit Background Object",
+         [&] { return Document().GetBackgroundObject(); }},
+    };
+    for (const Case& c : cases) {
+        QString title;
+        prompts_.dialogHandler = [&](QDialog& dialog) {
+            title = dialog.windowTitle();
+            static_cast<TeskObjectDialog&>(dialog).SetKind(kTeskSolidObject);
+            return true;
+        };
+        Find<QAction>(window, c.action)->trigger();
+        EXPECT_EQ(title.toStdString(), c.title);
+        ASSERT_NE(c.stored(), nullptr) << c.action;
+        EXPECT_EQ(c.stored()->GetType(), kTeskSolidObject);
+        EXPECT_EQ(Text(window, "undo"), std::string("&Undo ") + c.undoName);
+
+        const int steps = Document().GetUndoList().GetCount();
+        prompts_.dialogHandler = [](QDialog&) { return false; };
+        Find<QAction>(window, c.action)->trigger();
+        EXPECT_EQ(Document().GetUndoList().GetCount(), steps) << "Cancel changes nothing";
+    }
 }
 
 }  // namespace
