@@ -69,25 +69,35 @@ SurfaceRef DecodeBitmap(const Bitmap& bitmap) {
     return LosslessSurface(bitmap);
 }
 
-SurfaceRef TransformedSurface(cairo_surface_t* source, const ColourTransform& colour) {
-    const int width = cairo_image_surface_get_width(source);
-    const int height = cairo_image_surface_get_height(source);
-    SurfaceRef surface = NewSurface(width, height);
+void TransformPixels(cairo_surface_t* surface, const ColourTransform& colour) {
+    cairo_surface_flush(surface);
+    const int width = cairo_image_surface_get_width(surface);
+    const int height = cairo_image_surface_get_height(surface);
     for (int y = 0; y < height; ++y) {
-        const uint32_t* in = Row(source, y);
-        uint32_t* out = Row(surface.get(), y);
+        uint32_t* row = Row(surface, y);
         for (int x = 0; x < width; ++x) {
-            const uint32_t p = in[x];
+            const uint32_t p = row[x];
             const uint32_t a = p >> 24;
             auto straight = [a](uint32_t c) {
                 return static_cast<uint8_t>(a == 0 ? 0 : (c * 255 + a / 2) / a);
             };
             const Rgba c = colour.Apply({straight(p >> 16 & 0xFF), straight(p >> 8 & 0xFF),
                                          straight(p & 0xFF), static_cast<uint8_t>(a)});
-            out[x] = Premultiplied(c.a, c.r, c.g, c.b);
+            row[x] = Premultiplied(c.a, c.r, c.g, c.b);
         }
     }
-    cairo_surface_mark_dirty(surface.get());
+    cairo_surface_mark_dirty(surface);
+}
+
+SurfaceRef TransformedSurface(cairo_surface_t* source, const ColourTransform& colour) {
+    SurfaceRef surface =
+        NewSurface(cairo_image_surface_get_width(source), cairo_image_surface_get_height(source));
+    cairo_t* cr = cairo_create(surface.get());
+    cairo_set_source_surface(cr, source, 0, 0);
+    cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
+    cairo_paint(cr);
+    cairo_destroy(cr);
+    TransformPixels(surface.get(), colour);
     return surface;
 }
 

@@ -11,6 +11,9 @@ namespace ZoRender {
 /// ParseError or ZoException when the data is broken.
 SurfaceRef DecodeBitmap(const Bitmap& bitmap);
 
+/// Applies `colour` to every pixel of `surface` in place.
+void TransformPixels(cairo_surface_t* surface, const ColourTransform& colour);
+
 /// A copy of `surface` with `colour` applied to every pixel.
 SurfaceRef TransformedSurface(cairo_surface_t* surface, const ColourTransform& colour);
 

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "render/bitmap_surface.h"
+#include "render/centre_sample_cache.h"
 
 namespace ZoRender {
 namespace {
@@ -78,17 +79,6 @@ double LargestTerm(const cairo_matrix_t& m) noexcept {
     return std::max({std::abs(m.xx), std::abs(m.yx), std::abs(m.xy), std::abs(m.yy)});
 }
 
-// The pattern's matrix is taken as device to pattern space: set under the
-// identity, the source is locked to device pixels.
-void SetDeviceSource(cairo_t* cr, cairo_pattern_t* pattern, const cairo_matrix_t& toPattern) {
-    cairo_pattern_set_matrix(pattern, &toPattern);
-    cairo_matrix_t user;
-    cairo_get_matrix(cr, &user);
-    cairo_identity_matrix(cr);
-    cairo_set_source(cr, pattern);
-    cairo_set_matrix(cr, &user);
-}
-
 cairo_pattern_t* MakeGradient(const FillStyle& fill, const ColourTransform& colour,
                               double halfSide) {
     cairo_pattern_t* pattern = fill.type == kLinearGradient
@@ -103,18 +93,62 @@ cairo_pattern_t* MakeGradient(const FillStyle& fill, const ColourTransform& colo
     return pattern;
 }
 
+// A8 for the frame, drawn into by pieces unsmoothed and cleared after each.
+ContextRef CoverageMask(int width, int height) {
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_A8, width, height);
+    ContextRef cr(cairo_create(surface), cairo_destroy);
+    cairo_surface_destroy(surface);
+    cairo_set_antialias(cr.get(), CAIRO_ANTIALIAS_NONE);
+    cairo_set_fill_rule(cr.get(), CAIRO_FILL_RULE_EVEN_ODD);
+    return cr;
+}
+
+void ClearBox(cairo_surface_t* a8, const PixelBox& box) {
+    cairo_surface_flush(a8);
+    const int stride = cairo_image_surface_get_stride(a8);
+    unsigned char* row = cairo_image_surface_get_data(a8) + static_cast<ptrdiff_t>(box.y) * stride;
+    for (int y = 0; y < box.height; ++y, row += stride)
+        std::fill_n(row + box.x, box.width, 0);
+    cairo_surface_mark_dirty_rectangle(a8, box.x, box.y, box.width, box.height);
+}
+
+// A gradient squashed almost flat needs huge terms to reach its square;
+// shrinking the square keeps every term at most one.
+SurfaceRef ReadGradient(const FillStyle& fill, cairo_matrix_t toGradient,
+                        const ColourTransform& colour, const PixelBox& box) {
+    const double unit = std::min(1.0, 1 / LargestTerm(toGradient));
+    cairo_matrix_t scale;
+    cairo_matrix_init_scale(&scale, unit, unit);
+    cairo_matrix_multiply(&toGradient, &toGradient, &scale);
+    cairo_pattern_t* pattern = MakeGradient(fill, colour, kGradientHalfSide * unit);
+    SurfaceRef colours = ReadAtCentres(pattern, toGradient, box);
+    cairo_pattern_destroy(pattern);
+    return colours;
+}
+
 }  // namespace
 
-FramePainter::FramePainter(const MovieModel& movie, cairo_t* cr, double sampleX, double sampleY)
-    : movie_(movie), cr_(cr) {
+FramePainter::FramePainter(const MovieModel& movie, cairo_t* cr, double sampleX, double sampleY,
+                           CentreSampleCache& centres)
+    : movie_(movie),
+      cr_(cr),
+      centres_(centres),
+      width_(cairo_image_surface_get_width(cairo_get_target(cr))),
+      height_(cairo_image_surface_get_height(cairo_get_target(cr))),
+      coverage_(CoverageMask(width_, height_)) {
     cairo_get_matrix(cr_, &stage_);
     cairo_matrix_init_translate(&toSample_, -sampleX, -sampleY);
     cairo_set_fill_rule(cr_, CAIRO_FILL_RULE_EVEN_ODD);
 }
 
-void FramePainter::UseGeometryMatrix(const cairo_matrix_t& placement) {
+cairo_matrix_t FramePainter::GeometryMatrix(const cairo_matrix_t& placement) const {
     cairo_matrix_t m;
     cairo_matrix_multiply(&m, &placement, &toSample_);
+    return m;
+}
+
+void FramePainter::UseGeometryMatrix(const cairo_matrix_t& placement) {
+    const cairo_matrix_t m = GeometryMatrix(placement);
     cairo_set_matrix(cr_, &m);
 }
 
@@ -207,66 +241,84 @@ void FramePainter::PaintShape(const ShapeCharacter& shape, const Placement& at) 
         const Path& path = shape.paths.fills[i];
         if (path.empty())
             continue;
+        const FillStyle& fill = shape.fills[i];
+        if (fill.type != kSolid) {
+            FillFromCentres(fill, path, at);
+            continue;
+        }
         UseGeometryMatrix(at.matrix);
         cairo_new_path(cr_);
         AppendPath(cr_, path);
-        const FillStyle& fill = shape.fills[i];
-        if (fill.type >= kRepeatingBitmap)
-            FillBitmap(fill, at);
-        else if (SetFillSource(fill, at))
-            cairo_fill(cr_);
+        SetColour(cr_, at.colour.Apply(fill.colour));
+        cairo_fill(cr_);
     }
     PaintLines(shape, at);
 }
 
-bool FramePainter::SetFillSource(const FillStyle& fill, const Placement& at) {
-    if (fill.type == kSolid) {
-        SetColour(cr_, at.colour.Apply(fill.colour));
-        return true;
+void FramePainter::FillFromCentres(const FillStyle& fill, const Path& path, const Placement& at) {
+    const std::optional<cairo_matrix_t> toFill = DeviceToFill(fill.matrix, at.matrix);
+    const PixelBox box = SampledBox(path, at.matrix, width_, height_);
+    if (!toFill || box.Empty())
+        return;
+    const CentreSampleKey key{&fill, *toFill, at.colour, box};
+    cairo_surface_t* colours = centres_.Find(key);
+    const bool bitmap = fill.type >= kRepeatingBitmap;
+    if (!colours) {
+        SurfaceRef read = bitmap ? ReadBitmap(fill, *toFill, at.colour, box)
+                                 : ReadGradient(fill, *toFill, at.colour, box);
+        if (!read)
+            return;
+        colours = centres_.Add(key, std::move(read));
     }
-    std::optional<cairo_matrix_t> toGradient = DeviceToFill(fill.matrix, at.matrix);
-    if (!toGradient)
-        return false;
-    // A gradient squashed almost flat needs huge terms to reach its square;
-    // shrinking the square keeps every term at most one.
-    const double unit = std::min(1.0, 1 / LargestTerm(*toGradient));
-    cairo_matrix_t scale;
-    cairo_matrix_init_scale(&scale, unit, unit);
-    cairo_matrix_multiply(&*toGradient, &*toGradient, &scale);
-    cairo_pattern_t* pattern = MakeGradient(fill, at.colour, kGradientHalfSide * unit);
-    SetDeviceSource(cr_, pattern, *toGradient);
-    cairo_pattern_destroy(pattern);
-    return true;
+    const bool scalesAlpha = bitmap && at.colour.OnlyScalesAlpha();
+    FillThrough(path, at.matrix, colours, box,
+                scalesAlpha ? std::clamp(at.colour.mult[3], 0.0f, 1.0f) : 1.0);
 }
 
 // Movies before version 8 never smooth bitmaps (nor does any player of them).
-void FramePainter::FillBitmap(const FillStyle& fill, const Placement& at) {
+SurfaceRef FramePainter::ReadBitmap(const FillStyle& fill, const cairo_matrix_t& toBitmap,
+                                    const ColourTransform& colour, const PixelBox& box) const {
     auto found = movie_.bitmaps.find(fill.bitmapId);
-    const std::optional<cairo_matrix_t> toBitmap = DeviceToFill(fill.matrix, at.matrix);
     // Squashed so far that one of our pixels spans tens of thousands of its
     // own, the picture is at most a pixel or two across: leave it out.
-    if (found == movie_.bitmaps.end() || !toBitmap || LargestTerm(*toBitmap) > kMaxPatternTerm) {
-        cairo_new_path(cr_);
-        return;
-    }
-    const bool plain = at.colour.OnlyScalesAlpha();
-    SurfaceRef surface = plain ? found->second : TransformedSurface(found->second.get(), at.colour);
-    cairo_pattern_t* pattern = cairo_pattern_create_for_surface(surface.get());
+    if (found == movie_.bitmaps.end() || LargestTerm(toBitmap) > kMaxPatternTerm)
+        return {};
+    const bool smooth = movie_.version >= 8 && fill.type <= kClippedBitmap;
+    // Reading the nearest pixel keeps its colour, so the colour transform can
+    // follow; smoothing mixes colours, so it must see them transformed.
+    const bool plain = colour.OnlyScalesAlpha();
+    SurfaceRef picture =
+        plain || !smooth ? found->second : TransformedSurface(found->second.get(), colour);
+    cairo_pattern_t* pattern = cairo_pattern_create_for_surface(picture.get());
     const bool repeat = fill.type == kRepeatingBitmap || fill.type == kRepeatingHardBitmap;
     cairo_pattern_set_extend(pattern, repeat ? CAIRO_EXTEND_REPEAT : CAIRO_EXTEND_PAD);
-    const bool smooth = movie_.version >= 8 && fill.type <= kClippedBitmap;
     cairo_pattern_set_filter(pattern, smooth ? CAIRO_FILTER_GOOD : CAIRO_FILTER_NEAREST);
-    SetDeviceSource(cr_, pattern, *toBitmap);
-    if (plain && at.colour.mult[3] != 1) {
-        cairo_save(cr_);
-        cairo_clip(cr_);
-        cairo_paint_with_alpha(cr_, std::clamp(at.colour.mult[3], 0.0f, 1.0f));
-        cairo_restore(cr_);
-    } else {
-        cairo_fill(cr_);
-    }
-    cairo_new_path(cr_);
+    SurfaceRef colours = ReadAtCentres(pattern, toBitmap, box);
     cairo_pattern_destroy(pattern);
+    if (!plain && !smooth)
+        TransformPixels(colours.get(), colour);
+    return colours;
+}
+
+// This pass's sample of each pixel decides whether `colours` cover it: the
+// path is drawn unsmoothed into the coverage mask, which scales them.
+void FramePainter::FillThrough(const Path& path, const cairo_matrix_t& placement,
+                               cairo_surface_t* colours, const PixelBox& box, double alpha) {
+    cairo_t* mask = coverage_.get();
+    const cairo_matrix_t geometry = GeometryMatrix(placement);
+    cairo_set_matrix(mask, &geometry);
+    cairo_new_path(mask);
+    AppendPath(mask, path);
+    cairo_set_source_rgba(mask, 0, 0, 0, alpha);
+    cairo_fill(mask);
+    // The colours end at the box, and so does the compositing.
+    cairo_save(cr_);
+    cairo_identity_matrix(cr_);
+    cairo_set_source_surface(cr_, colours, box.x, box.y);
+    cairo_pattern_set_filter(cairo_get_source(cr_), CAIRO_FILTER_NEAREST);
+    cairo_mask_surface(cr_, cairo_get_target(mask), 0, 0);
+    cairo_restore(cr_);
+    ClearBox(cairo_get_target(mask), box);
 }
 
 // A line is at least one pixel wide, however far it is scaled down.

@@ -4,16 +4,23 @@
 // through the colour transforms of all enclosing placements.
 #include <cairo.h>
 
+#include <memory>
+
+#include "render/centre_sample_cache.h"
 #include "render/movie_model.h"
 
 namespace ZoRender {
+
+using ContextRef = std::unique_ptr<cairo_t, decltype(&cairo_destroy)>;
 
 class FramePainter {
   public:
     /// Draws into `cr`, whose matrix maps the stage's twips to its pixels.
     /// Shapes cover a pixel when they cover the point (`sampleX`, `sampleY`)
-    /// pixels from its centre; gradients and pictures are read at the centre.
-    FramePainter(const MovieModel& movie, cairo_t* cr, double sampleX, double sampleY);
+    /// pixels from its centre; gradients and pictures are read at the centre,
+    /// once a frame: the passes of a frame share `centres`.
+    FramePainter(const MovieModel& movie, cairo_t* cr, double sampleX, double sampleY,
+                 CentreSampleCache& centres);
 
     /// Draws `list` as frame `frame` of its timeline.
     void Paint(const DisplayList& list, int32_t frame);
@@ -34,13 +41,20 @@ class FramePainter {
     void PaintShape(const ShapeCharacter& shape, const Placement& at);
     void PaintText(const TextCharacter& text, const Placement& at);
     void PaintLines(const ShapeCharacter& shape, const Placement& at);
-    bool SetFillSource(const FillStyle& fill, const Placement& at);
-    /// Sets `cr_`'s matrix to draw shapes placed by `placement`.
+    void FillFromCentres(const FillStyle& fill, const Path& path, const Placement& at);
+    SurfaceRef ReadBitmap(const FillStyle& fill, const cairo_matrix_t& toBitmap,
+                          const ColourTransform& colour, const PixelBox& box) const;
+    void FillThrough(const Path& path, const cairo_matrix_t& placement, cairo_surface_t* colours,
+                     const PixelBox& box, double alpha);
+    /// Draws shapes placed by `placement` at this pass's sample position.
+    cairo_matrix_t GeometryMatrix(const cairo_matrix_t& placement) const;
     void UseGeometryMatrix(const cairo_matrix_t& placement);
-    void FillBitmap(const FillStyle& fill, const Placement& at);
 
     const MovieModel& movie_;
     cairo_t* cr_;
+    CentreSampleCache& centres_;
+    int width_, height_;   // of the frame, in device pixels
+    ContextRef coverage_;  // which pixels the current piece covers, clear between pieces
     cairo_matrix_t stage_;
     cairo_matrix_t toSample_;  // device pixels to the pixels sampled at their centres
 };

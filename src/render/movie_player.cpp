@@ -1,6 +1,7 @@
 #include "render/movie_player.h"
 
 #include <array>
+#include <bit>
 #include <cmath>
 #include <fstream>
 #include <iterator>
@@ -37,19 +38,21 @@ int32_t StagePixels(int32_t twips, double scale) {
 constexpr std::array<std::array<double, 2>, 4> kSamples = {
     {{-0.125, -0.375}, {0.375, -0.125}, {-0.375, 0.125}, {0.125, 0.375}}};
 
+// The first pass starts the sums; the others add to them.
+void AddSamples(const uint8_t* pass, uint16_t* sums, size_t count, bool first) {
+    for (size_t i = 0; i < count; ++i)
+        sums[i] = static_cast<uint16_t>((first ? 0 : sums[i]) + pass[i]);
+}
+
 // Cairo keeps native-endian premultiplied ARGB; the frames are opaque, so
-// only the byte order changes.
-void ToRgba(ZoRgbaImage& image) {
-    uint8_t* p = image.rgba.data();
-    const size_t pixels = static_cast<size_t>(image.width) * static_cast<size_t>(image.height);
-    for (size_t i = 0; i < pixels; ++i, p += 4) {
-        const uint32_t argb = static_cast<uint32_t>(p[0]) | static_cast<uint32_t>(p[1]) << 8 |
-                              static_cast<uint32_t>(p[2]) << 16 | static_cast<uint32_t>(p[3]) << 24;
-        p[0] = static_cast<uint8_t>(argb >> 16);
-        p[1] = static_cast<uint8_t>(argb >> 8);
-        p[2] = static_cast<uint8_t>(argb);
-        p[3] = static_cast<uint8_t>(argb >> 24);
-    }
+// averaging the samples only has to reorder the bytes.
+void AverageSamples(const uint16_t* sums, uint8_t* rgba, size_t pixels) {
+    constexpr bool little = std::endian::native == std::endian::little;
+    constexpr std::array<int, 4> kFrom = little ? std::array{2, 1, 0, 3} : std::array{1, 2, 3, 0};
+    constexpr unsigned n = kSamples.size();
+    for (size_t i = 0; i < pixels; ++i, sums += 4, rgba += 4)
+        for (int c = 0; c < 4; ++c)
+            rgba[c] = static_cast<uint8_t>((sums[kFrom[c]] + n / 2) / n);
 }
 
 }  // namespace
@@ -105,12 +108,14 @@ void ZoMoviePlayer::RenderFrameInto(int32_t frame, double scale, ZoRgbaImage& im
     image.height = StagePixels(stage.yMax - stage.yMin, scale);
     image.rgba.resize(static_cast<size_t>(image.width) * static_cast<size_t>(image.height) * 4);
     std::vector<uint16_t>& sums = movie_->sampleSums;
-    sums.assign(image.rgba.size(), 0);
+    sums.resize(image.rgba.size());
     cairo_surface_t* surface = cairo_image_surface_create_for_data(
         image.rgba.data(), CAIRO_FORMAT_ARGB32, image.width, image.height, image.width * 4);
     const int32_t count = FrameCount();
     const int32_t shown = (frame % count + count) % count;
+    CentreSampleCache centres;
     for (const auto& [x, y] : kSamples) {
+        const bool first = &x == &kSamples[0][0];
         cairo_t* cr = cairo_create(surface);
         cairo_set_antialias(cr, CAIRO_ANTIALIAS_NONE);
         const Rgba& bg = movie_->background;
@@ -118,15 +123,12 @@ void ZoMoviePlayer::RenderFrameInto(int32_t frame, double scale, ZoRgbaImage& im
         cairo_paint(cr);
         cairo_scale(cr, scale / kZoTwipsPerPixel, scale / kZoTwipsPerPixel);
         cairo_translate(cr, -stage.xMin, -stage.yMin);
-        FramePainter(*movie_, cr, x, y).Paint(*movie_->timeline.frames[shown], shown);
+        FramePainter(*movie_, cr, x, y, centres).Paint(*movie_->timeline.frames[shown], shown);
         cairo_destroy(cr);
         cairo_surface_flush(surface);
-        for (size_t i = 0; i < sums.size(); ++i)
-            sums[i] = static_cast<uint16_t>(sums[i] + image.rgba[i]);
+        AddSamples(image.rgba.data(), sums.data(), sums.size(), first);
     }
     cairo_surface_finish(surface);
     cairo_surface_destroy(surface);
-    for (size_t i = 0; i < sums.size(); ++i)
-        image.rgba[i] = static_cast<uint8_t>((sums[i] + kSamples.size() / 2) / kSamples.size());
-    ToRgba(image);
+    AverageSamples(sums.data(), image.rgba.data(), sums.size() / 4);
 }
