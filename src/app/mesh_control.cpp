@@ -162,7 +162,13 @@ void TeskMeshCtrl::LayOut() {
 }
 
 void TeskMeshCtrl::RenderObject() {
-    bitmap_ = TeskRenderObject(object_, movieSize_, background_, objectRect_.size());
+    // Every stored mesh change gives the page fresh copies of the objects;
+    // drawing one again only when it looks different keeps editing quick.
+    std::vector<uint8_t> movie = TeskObjectMovie(object_, movieSize_, background_);
+    if (movie == bitmapMovie_ && bitmap_.size() == objectRect_.size())
+        return;
+    bitmapMovie_ = std::move(movie);
+    bitmap_ = TeskRenderMovie(bitmapMovie_, objectRect_.size());
 }
 
 void TeskMeshCtrl::resizeEvent(QResizeEvent*) {

@@ -7,6 +7,8 @@
 // selected point, the zoom and the scroll position.
 #include <QAbstractScrollArea>
 #include <QImage>
+#include <cstdint>
+#include <vector>
 
 #include "geometry/point_2d.h"
 #include "platform/zo_colour.h"
@@ -102,4 +104,6 @@ class TeskMeshCtrl final : public QAbstractScrollArea {
     QRect objectRect_;
     bool syncing_ = false;
     QImage bitmap_;
+    /// The movie `bitmap_` was drawn from.
+    std::vector<uint8_t> bitmapMovie_;
 };

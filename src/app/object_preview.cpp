@@ -14,31 +14,33 @@
 #include "publish/movie_compiler.h"
 #include "render/movie_player.h"
 
-namespace {
-
-std::vector<uint8_t> OneFrameMovie(TeskObject* object, ZoSize movieSize, COLORREF background) {
-    TeskSWFMovie movie;
-    movie.SetWidth(movieSize.cx);
-    movie.SetHeight(movieSize.cy);
-    movie.SetBackgroundColour(ZoFlash::ZoSWFColour(background, 255));
-    movie.AddScene()->AddFrame();
-    // Placed where the document's background object goes: alone in the
-    // frame, the depth makes no difference.
-    AddMovieWideObjects(movie, nullptr, object, false, ZoString(), ZoString());
-    ZoFlash::ZoFMemorySink bytes;
-    movie.WriteMovie(bytes);
-    return bytes.TakeBytes();
-}
-
-}  // namespace
-
-QImage TeskRenderObject(TeskObject* object, ZoSize movieSize, COLORREF background, QSize size) {
-    if (movieSize.cx <= 0 || movieSize.cy <= 0 || size.isEmpty())
+std::vector<uint8_t> TeskObjectMovie(TeskObject* object, ZoSize movieSize, COLORREF background) {
+    if (movieSize.cx <= 0 || movieSize.cy <= 0)
         return {};
     try {
-        const ZoMoviePlayer player(OneFrameMovie(object, movieSize, background));
-        const double scale =
-            std::max(double(size.width()) / movieSize.cx, double(size.height()) / movieSize.cy);
+        TeskSWFMovie movie;
+        movie.SetWidth(movieSize.cx);
+        movie.SetHeight(movieSize.cy);
+        movie.SetBackgroundColour(ZoFlash::ZoSWFColour(background, 255));
+        movie.AddScene()->AddFrame();
+        // Placed where the document's background object goes: alone in the
+        // frame, the depth makes no difference.
+        AddMovieWideObjects(movie, nullptr, object, false, ZoString(), ZoString());
+        ZoFlash::ZoFMemorySink bytes;
+        movie.WriteMovie(bytes);
+        return bytes.TakeBytes();
+    } catch (const ZoException&) {
+        return {};
+    }
+}
+
+QImage TeskRenderMovie(const std::vector<uint8_t>& movie, QSize size) {
+    if (movie.empty() || size.isEmpty())
+        return {};
+    try {
+        const ZoMoviePlayer player(movie);
+        const double scale = std::max(double(size.width()) / player.Width(),
+                                      double(size.height()) / player.Height());
         const ZoRgbaImage frame = player.RenderFrame(0, scale);
         const QImage view(frame.rgba.data(), frame.width, frame.height, frame.width * 4,
                           QImage::Format_RGBA8888);
@@ -48,6 +50,10 @@ QImage TeskRenderObject(TeskObject* object, ZoSize movieSize, COLORREF backgroun
     } catch (const ZoException&) {
         return {};
     }
+}
+
+QImage TeskRenderObject(TeskObject* object, ZoSize movieSize, COLORREF background, QSize size) {
+    return TeskRenderMovie(TeskObjectMovie(object, movieSize, background), size);
 }
 
 TeskObjectPreview::TeskObjectPreview(QWidget* parent) : QWidget(parent) {

@@ -4,15 +4,22 @@
 // player draw it, so what the dialogs show is what the movie will show.
 #include <QImage>
 #include <QWidget>
+#include <cstdint>
+#include <vector>
 
 #include "platform/zo_colour.h"
 #include "platform/zo_rect.h"
 
 class TeskObject;
 
-/// `object` filling a movie of `movieSize` pixels on `background`, drawn at
-/// `size`. A null object shows the background alone; an object that cannot
-/// be drawn gives a null image.
+/// A one-frame movie of `movieSize` pixels on `background` that shows
+/// `object` (none: the background alone); empty when it cannot be made.
+/// Making it is cheap next to drawing it, so it also tells whether an object
+/// still looks as it did.
+std::vector<uint8_t> TeskObjectMovie(TeskObject* object, ZoSize movieSize, COLORREF background);
+/// The first frame of `movie` drawn at `size`; a null image when it cannot be.
+QImage TeskRenderMovie(const std::vector<uint8_t>& movie, QSize size);
+/// Both at once.
 QImage TeskRenderObject(TeskObject* object, ZoSize movieSize, COLORREF background, QSize size);
 
 /// A window that shows one object at the movie's aspect ratio, centred.
