@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QMenu>
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QTest>
+#include <QTimer>
 #include <algorithm>
 
 #include "app/grid_combo.h"
@@ -151,6 +153,47 @@ TEST_F(MeshControlTest, LinkedControlsShareZoomSelectionAndScrolling) {
     QTest::mouseClick(Mesh(0).viewport(), Qt::LeftButton, Qt::NoModifier,
                       Mesh(0).UnitToClient({0.1, 0.1}));
     EXPECT_EQ(Mesh(1).GetSelectedPoint(), -1);
+}
+
+TEST_F(MeshControlTest, MorphGridCommandsChangeTheMeshAsOneStoredStep) {
+    struct Case {
+        const char* command;
+        TeskPoint2D at;  // where the right click lands, in unit space
+        int32_t points, across;
+    };
+    const Case cases[] = {
+        {"Insert Column", {0.5, 0.5}, 42, 6},
+        {"Delete Column", {0.9, 0.5}, 30, 4},  // the last column clamps to the line left of it
+        {"Insert Row", {0.5, 0.1}, 42, 5},
+        {"Split Grid", {0.1, 0.1}, 41, 5},  // a 2 × 2 child: five more points
+        {"Delete Row", {0.5, 0.9}, 30, 5},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.command);
+        const int history = document_.GetUndoList().GetPosition();
+        // The menu runs its own loop: choose the command as soon as it shows.
+        QTimer::singleShot(0, [&c] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            for (QAction* action : menu->actions()) {
+                if (action->text() == QString::fromUtf8(c.command)) {
+                    EXPECT_TRUE(action->isEnabled());
+                    action->trigger();
+                }
+            }
+            menu->close();
+        });
+        QTest::mousePress(Mesh(0).viewport(), Qt::RightButton, Qt::NoModifier,
+                          Mesh(0).UnitToClient(c.at));
+        const auto* grid = effect_->GetEditGrid();
+        ASSERT_NE(grid, nullptr);
+        EXPECT_EQ(grid->GetPointCount(), c.points);
+        EXPECT_EQ(grid->Root().across, c.across);
+        EXPECT_TRUE(grid->IsValid());
+        EXPECT_EQ(document_.GetUndoList().GetPosition(), history + 1);
+        ASSERT_TRUE(document_.GetUndoList().Undo());
+        EXPECT_EQ(effect_->GetTriangulation().GetPointCount(), 36);
+    }
 }
 
 TEST(GridControl, EachApplicationIsOneChangeNamedAfterWhatChanged) {
