@@ -7,8 +7,11 @@
 #include <cairo.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "render/colour_transform.h"
 #include "render/movie_model.h"
@@ -27,10 +30,10 @@ struct PixelBox {
 /// placed by `toDevice` may cover: the same box for every sample position.
 PixelBox SampledBox(const Path& path, const cairo_matrix_t& toDevice, int width, int height);
 
-/// A premultiplied ARGB32 surface covering `box`, each pixel the colour of
-/// `pattern` at its centre; `toPattern` maps device pixels to the pattern.
-SurfaceRef ReadAtCentres(cairo_pattern_t* pattern, const cairo_matrix_t& toPattern,
-                         const PixelBox& box);
+/// Paints `into`, an ARGB32 surface of `box`'s size, with the colour of
+/// `pattern` at each pixel's centre; `toPattern` maps device pixels to it.
+void ReadAtCentres(cairo_pattern_t* pattern, const cairo_matrix_t& toPattern, const PixelBox& box,
+                   cairo_surface_t* into);
 
 /// What decides a piece's colours. Compared and hashed byte for byte: the
 /// passes compute the same terms in the same way.
@@ -51,15 +54,31 @@ struct CentreSampleKeyHash {
 };
 
 /// The colours read for the pieces of one frame, kept for its other passes.
+/// Their pixels live in blocks that later frames reuse: a frame allocated
+/// and freed afresh costs more in page faults than the reading itself.
 class CentreSampleCache {
   public:
-    /// The surface stored under `key`, or null.
+    /// An uninitialised premultiplied ARGB32 surface of `box`'s size that
+    /// lives until Clear().
+    cairo_surface_t* NewSurface(const PixelBox& box);
+    /// The surface kept under `key`, or null.
     cairo_surface_t* Find(const CentreSampleKey& key) const;
-    /// Keeps `surface` for the rest of the frame and returns it.
-    cairo_surface_t* Add(const CentreSampleKey& key, SurfaceRef surface);
+    /// Keeps `surface`, made by NewSurface(), under `key` until Clear().
+    void Keep(const CentreSampleKey& key, cairo_surface_t* surface);
+    /// Forgets every surface; their memory waits for the next frame.
+    void Clear() noexcept;
 
   private:
-    std::unordered_map<CentreSampleKey, SurfaceRef, CentreSampleKeyHash> surfaces_;
+    struct Block {
+        std::unique_ptr<uint32_t[]> pixels;
+        size_t size = 0, used = 0;
+    };
+
+    uint32_t* Allocate(size_t pixels);
+
+    std::vector<Block> blocks_;
+    std::vector<SurfaceRef> made_;
+    std::unordered_map<CentreSampleKey, cairo_surface_t*, CentreSampleKeyHash> kept_;
 };
 
 }  // namespace ZoRender

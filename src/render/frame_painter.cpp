@@ -93,14 +93,18 @@ cairo_pattern_t* MakeGradient(const FillStyle& fill, const ColourTransform& colo
     return pattern;
 }
 
-// A8 for the frame, drawn into by pieces unsmoothed and cleared after each.
-ContextRef CoverageMask(int width, int height) {
-    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_A8, width, height);
-    ContextRef cr(cairo_create(surface), cairo_destroy);
+// The frame's coverage mask, made anew only when the frame's size changes.
+cairo_t* CoverageMask(ContextRef& kept, int width, int height) {
+    cairo_surface_t* surface = kept ? cairo_get_target(kept.get()) : nullptr;
+    if (surface && cairo_image_surface_get_width(surface) == width &&
+        cairo_image_surface_get_height(surface) == height)
+        return kept.get();
+    surface = cairo_image_surface_create(CAIRO_FORMAT_A8, width, height);
+    kept.reset(cairo_create(surface));
     cairo_surface_destroy(surface);
-    cairo_set_antialias(cr.get(), CAIRO_ANTIALIAS_NONE);
-    cairo_set_fill_rule(cr.get(), CAIRO_FILL_RULE_EVEN_ODD);
-    return cr;
+    cairo_set_antialias(kept.get(), CAIRO_ANTIALIAS_NONE);
+    cairo_set_fill_rule(kept.get(), CAIRO_FILL_RULE_EVEN_ODD);
+    return kept.get();
 }
 
 void ClearBox(cairo_surface_t* a8, const PixelBox& box) {
@@ -114,28 +118,28 @@ void ClearBox(cairo_surface_t* a8, const PixelBox& box) {
 
 // A gradient squashed almost flat needs huge terms to reach its square;
 // shrinking the square keeps every term at most one.
-SurfaceRef ReadGradient(const FillStyle& fill, cairo_matrix_t toGradient,
-                        const ColourTransform& colour, const PixelBox& box) {
+bool ReadGradient(const FillStyle& fill, cairo_matrix_t toGradient, const ColourTransform& colour,
+                  const PixelBox& box, cairo_surface_t* into) {
     const double unit = std::min(1.0, 1 / LargestTerm(toGradient));
     cairo_matrix_t scale;
     cairo_matrix_init_scale(&scale, unit, unit);
     cairo_matrix_multiply(&toGradient, &toGradient, &scale);
     cairo_pattern_t* pattern = MakeGradient(fill, colour, kGradientHalfSide * unit);
-    SurfaceRef colours = ReadAtCentres(pattern, toGradient, box);
+    ReadAtCentres(pattern, toGradient, box, into);
     cairo_pattern_destroy(pattern);
-    return colours;
+    return true;
 }
 
 }  // namespace
 
 FramePainter::FramePainter(const MovieModel& movie, cairo_t* cr, double sampleX, double sampleY,
-                           CentreSampleCache& centres)
+                           PaintScratch& scratch)
     : movie_(movie),
       cr_(cr),
-      centres_(centres),
+      centres_(scratch.centres),
       width_(cairo_image_surface_get_width(cairo_get_target(cr))),
-      height_(cairo_image_surface_get_height(cairo_get_target(cr))),
-      coverage_(CoverageMask(width_, height_)) {
+      height_(cairo_image_surface_get_height(cairo_get_target(cr))) {
+    coverage_ = CoverageMask(scratch.coverage, width_, height_);
     cairo_get_matrix(cr_, &stage_);
     cairo_matrix_init_translate(&toSample_, -sampleX, -sampleY);
     cairo_set_fill_rule(cr_, CAIRO_FILL_RULE_EVEN_ODD);
@@ -264,11 +268,12 @@ void FramePainter::FillFromCentres(const FillStyle& fill, const Path& path, cons
     cairo_surface_t* colours = centres_.Find(key);
     const bool bitmap = fill.type >= kRepeatingBitmap;
     if (!colours) {
-        SurfaceRef read = bitmap ? ReadBitmap(fill, *toFill, at.colour, box)
-                                 : ReadGradient(fill, *toFill, at.colour, box);
+        colours = centres_.NewSurface(box);
+        const bool read = bitmap ? ReadBitmap(fill, *toFill, at.colour, box, colours)
+                                 : ReadGradient(fill, *toFill, at.colour, box, colours);
         if (!read)
             return;
-        colours = centres_.Add(key, std::move(read));
+        centres_.Keep(key, colours);
     }
     const bool scalesAlpha = bitmap && at.colour.OnlyScalesAlpha();
     FillThrough(path, at.matrix, colours, box,
@@ -276,13 +281,14 @@ void FramePainter::FillFromCentres(const FillStyle& fill, const Path& path, cons
 }
 
 // Movies before version 8 never smooth bitmaps (nor does any player of them).
-SurfaceRef FramePainter::ReadBitmap(const FillStyle& fill, const cairo_matrix_t& toBitmap,
-                                    const ColourTransform& colour, const PixelBox& box) const {
+bool FramePainter::ReadBitmap(const FillStyle& fill, const cairo_matrix_t& toBitmap,
+                              const ColourTransform& colour, const PixelBox& box,
+                              cairo_surface_t* into) const {
     auto found = movie_.bitmaps.find(fill.bitmapId);
     // Squashed so far that one of our pixels spans tens of thousands of its
     // own, the picture is at most a pixel or two across: leave it out.
     if (found == movie_.bitmaps.end() || LargestTerm(toBitmap) > kMaxPatternTerm)
-        return {};
+        return false;
     const bool smooth = movie_.version >= 8 && fill.type <= kClippedBitmap;
     // Reading the nearest pixel keeps its colour, so the colour transform can
     // follow; smoothing mixes colours, so it must see them transformed.
@@ -293,18 +299,18 @@ SurfaceRef FramePainter::ReadBitmap(const FillStyle& fill, const cairo_matrix_t&
     const bool repeat = fill.type == kRepeatingBitmap || fill.type == kRepeatingHardBitmap;
     cairo_pattern_set_extend(pattern, repeat ? CAIRO_EXTEND_REPEAT : CAIRO_EXTEND_PAD);
     cairo_pattern_set_filter(pattern, smooth ? CAIRO_FILTER_GOOD : CAIRO_FILTER_NEAREST);
-    SurfaceRef colours = ReadAtCentres(pattern, toBitmap, box);
+    ReadAtCentres(pattern, toBitmap, box, into);
     cairo_pattern_destroy(pattern);
     if (!plain && !smooth)
-        TransformPixels(colours.get(), colour);
-    return colours;
+        TransformPixels(into, colour);
+    return true;
 }
 
 // This pass's sample of each pixel decides whether `colours` cover it: the
 // path is drawn unsmoothed into the coverage mask, which scales them.
 void FramePainter::FillThrough(const Path& path, const cairo_matrix_t& placement,
                                cairo_surface_t* colours, const PixelBox& box, double alpha) {
-    cairo_t* mask = coverage_.get();
+    cairo_t* mask = coverage_;
     const cairo_matrix_t geometry = GeometryMatrix(placement);
     cairo_set_matrix(mask, &geometry);
     cairo_new_path(mask);

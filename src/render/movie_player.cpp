@@ -17,6 +17,7 @@ using namespace ZoRender;
 struct ZoMoviePlayer::Movie : MovieModel {
     /// Each pixel's channels summed over its samples, kept between frames.
     mutable std::vector<uint16_t> sampleSums;
+    mutable PaintScratch scratch;
 };
 
 namespace {
@@ -59,7 +60,7 @@ void AverageSamples(const uint16_t* sums, uint8_t* rgba, size_t pixels) {
 
 ZoMoviePlayer::ZoMoviePlayer(std::span<const uint8_t> bytes) {
     try {
-        movie_ = std::make_unique<Movie>(Movie{ParseMovie(bytes), {}});
+        movie_ = std::make_unique<Movie>(Movie{ParseMovie(bytes), {}, {}});
     } catch (const ParseError& e) {
         throw ZoException(std::string("The movie cannot be played: ") + e.what() + ".");
     }
@@ -113,7 +114,6 @@ void ZoMoviePlayer::RenderFrameInto(int32_t frame, double scale, ZoRgbaImage& im
         image.rgba.data(), CAIRO_FORMAT_ARGB32, image.width, image.height, image.width * 4);
     const int32_t count = FrameCount();
     const int32_t shown = (frame % count + count) % count;
-    CentreSampleCache centres;
     for (const auto& [x, y] : kSamples) {
         const bool first = &x == &kSamples[0][0];
         cairo_t* cr = cairo_create(surface);
@@ -123,11 +123,13 @@ void ZoMoviePlayer::RenderFrameInto(int32_t frame, double scale, ZoRgbaImage& im
         cairo_paint(cr);
         cairo_scale(cr, scale / kZoTwipsPerPixel, scale / kZoTwipsPerPixel);
         cairo_translate(cr, -stage.xMin, -stage.yMin);
-        FramePainter(*movie_, cr, x, y, centres).Paint(*movie_->timeline.frames[shown], shown);
+        FramePainter(*movie_, cr, x, y, movie_->scratch)
+            .Paint(*movie_->timeline.frames[shown], shown);
         cairo_destroy(cr);
         cairo_surface_flush(surface);
         AddSamples(image.rgba.data(), sums.data(), sums.size(), first);
     }
+    movie_->scratch.centres.Clear();
     cairo_surface_finish(surface);
     cairo_surface_destroy(surface);
     AverageSamples(sums.data(), image.rgba.data(), sums.size() / 4);
