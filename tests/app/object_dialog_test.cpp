@@ -5,6 +5,7 @@
 #include <QTextDocument>
 
 #include "app/app_test_support.h"
+#include "app/gradient_picker.h"
 #include "app/object_dialog.h"
 #include "app/rich_text_edit.h"
 #include "app/text_object_child.h"
@@ -109,6 +110,57 @@ TEST_F(ObjectDialogTest, AnEmptyHolderOpensOnTheNoteAndOkKeepsItEmpty) {
     // The dialog comes back where it was closed.
     TeskObjectDialog again(nullptr, QStringLiteral("Again"), Context());
     EXPECT_EQ(again.geometry(), QRect(130, 140, 900, 640));
+}
+
+TEST(GradientPicker, MarkersMoveBetweenTheirNeighboursAndTheBarAddsStops) {
+    struct Case {
+        const char* what;
+        std::function<void(TeskGradientPicker&)> act;
+        std::vector<int32_t> positions;
+        size_t selected;
+    };
+    auto drag = [](TeskGradientPicker& picker, int from, int to) {
+        const int y = picker.height() - 4;
+        QTest::mousePress(&picker, Qt::LeftButton, {}, {picker.PositionToX(from), y});
+        QTest::mouseMove(&picker, {picker.PositionToX(to), y});
+        QTest::mouseRelease(&picker, Qt::LeftButton, {}, {picker.PositionToX(to), y});
+    };
+    const Case cases[] = {
+        {"drag the middle stop",
+         [&](TeskGradientPicker& p) { drag(p, 127, 200); },
+         {0, 200, 255},
+         1},
+        {"a stop stops at its neighbour",
+         [&](TeskGradientPicker& p) { drag(p, 0, 200); },
+         {127, 127, 255},
+         0},
+        {"double-click the bar",
+         [](TeskGradientPicker& p) {
+             QTest::mouseDClick(&p, Qt::LeftButton, {}, {p.PositionToX(64), p.height() / 3});
+         },
+         {0, 64, 127, 255},
+         1},
+        {"Delete removes the selected stop",
+         [](TeskGradientPicker& p) { QTest::keyClick(&p, Qt::Key_Delete); },
+         {0, 255},
+         1},
+        {"arrow keys move it",
+         [](TeskGradientPicker& p) { QTest::keyClick(&p, Qt::Key_Left, Qt::ShiftModifier); },
+         {0, 117, 255},
+         1},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        TeskGraduatedObject object;
+        ASSERT_TRUE(object.AddColour());  // selected, at 127
+        TeskGradientPicker picker(object);
+        picker.resize(300, 40);
+        picker.show();
+        c.act(picker);
+        EXPECT_EQ(object.GetPositions(), c.positions);
+        EXPECT_EQ(object.GetColours().size(), c.positions.size());
+        EXPECT_EQ(object.GetSelected(), c.selected);
+    }
 }
 
 TEST(RichTextBridge, QtsEditorShowsAndGivesBackOurText) {
