@@ -4,29 +4,20 @@
 // through the colour transforms of all enclosing placements.
 #include <cairo.h>
 
-#include <memory>
+#include <span>
 
-#include "render/centre_sample_cache.h"
+#include "render/centre_fill.h"
 #include "render/movie_model.h"
+#include "render/sample_context.h"
 
 namespace ZoRender {
 
-using ContextRef = std::unique_ptr<cairo_t, decltype(&cairo_destroy)>;
-
-/// What the sample passes of a frame share, kept by the player between
-/// frames so that drawing one allocates little.
-struct PaintScratch {
-    CentreSampleCache centres;                    // emptied after each frame
-    ContextRef coverage{nullptr, cairo_destroy};  // A8, clear but while a piece is drawn
-};
-
 class FramePainter {
   public:
-    /// Draws into `cr`, whose matrix maps the stage's twips to its pixels.
-    /// Shapes cover a pixel when they cover the point (`sampleX`, `sampleY`)
-    /// pixels from its centre; gradients and pictures are read at the centre,
-    /// once a frame: the passes of a frame share `scratch`.
-    FramePainter(const MovieModel& movie, cairo_t* cr, double sampleX, double sampleY,
+    /// Draws every sample of `samples`, each piece into all of them in turn.
+    /// Their contexts' matrices map the stage's twips to device pixels, the
+    /// same for all. Gradients and pictures are read at pixel centres.
+    FramePainter(const MovieModel& movie, std::span<const SampleContext> samples,
                  PaintScratch& scratch);
 
     /// Draws `list` as frame `frame` of its timeline.
@@ -43,30 +34,19 @@ class FramePainter {
                     const Placement& parent);
     void PaintMasked(const DisplayList& list, size_t mask, size_t end, int32_t frame,
                      const Placement& parent);
+    void PaintThroughCharacter(const DisplayList& list, size_t mask, size_t end, int32_t frame,
+                               const Placement& parent);
     Placement Child(const DisplayEntry& entry, const Placement& parent) const;
     void PaintCharacter(uint16_t id, int32_t age, const Placement& at);
     void PaintShape(const ShapeCharacter& shape, const Placement& at);
+    void FillSolid(const Path& path, const cairo_matrix_t& placement, Rgba colour);
     void PaintText(const TextCharacter& text, const Placement& at);
     void PaintLines(const ShapeCharacter& shape, const Placement& at);
-    void FillFromCentres(const FillStyle& fill, const Path& path, const Placement& at);
-    /// Reads the picture at the centres of `box` into `into`; false if it
-    /// cannot be drawn.
-    bool ReadBitmap(const FillStyle& fill, const cairo_matrix_t& toBitmap,
-                    const ColourTransform& colour, const PixelBox& box,
-                    cairo_surface_t* into) const;
-    void FillThrough(const Path& path, const cairo_matrix_t& placement, cairo_surface_t* colours,
-                     const PixelBox& box, double alpha);
-    /// Draws shapes placed by `placement` at this pass's sample position.
-    cairo_matrix_t GeometryMatrix(const cairo_matrix_t& placement) const;
-    void UseGeometryMatrix(const cairo_matrix_t& placement);
 
     const MovieModel& movie_;
-    cairo_t* cr_;
-    CentreSampleCache& centres_;
-    cairo_t* coverage_;
-    int width_, height_;  // of the frame, in device pixels
+    std::span<const SampleContext> samples_;
+    CentreFill centreFill_;
     cairo_matrix_t stage_;
-    cairo_matrix_t toSample_;  // device pixels to the pixels sampled at their centres
 };
 
 }  // namespace ZoRender

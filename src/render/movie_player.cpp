@@ -5,6 +5,7 @@
 #include <cmath>
 #include <fstream>
 #include <iterator>
+#include <span>
 
 #include "platform/image_codec.h"
 #include "platform/zo_exception.h"
@@ -15,8 +16,9 @@
 using namespace ZoRender;
 
 struct ZoMoviePlayer::Movie : MovieModel {
-    /// Each pixel's channels summed over its samples, kept between frames.
-    mutable std::vector<uint16_t> sampleSums;
+    /// The pictures of every sample but the first, which is drawn into the
+    /// frame itself; kept between frames with the painter's scratch memory.
+    mutable std::array<SurfaceRef, 3> samplePictures;
     mutable PaintScratch scratch;
 };
 
@@ -39,21 +41,34 @@ int32_t StagePixels(int32_t twips, double scale) {
 constexpr std::array<std::array<double, 2>, 4> kSamples = {
     {{-0.125, -0.375}, {0.375, -0.125}, {-0.375, 0.125}, {0.125, 0.375}}};
 
-// The first pass starts the sums; the others add to them.
-void AddSamples(const uint8_t* pass, uint16_t* sums, size_t count, bool first) {
-    for (size_t i = 0; i < count; ++i)
-        sums[i] = static_cast<uint16_t>((first ? 0 : sums[i]) + pass[i]);
+// A sample's picture of the frame's size, made anew only when it changes.
+cairo_surface_t* SamplePicture(SurfaceRef& kept, int width, int height) {
+    if (!kept || cairo_image_surface_get_width(kept.get()) != width ||
+        cairo_image_surface_get_height(kept.get()) != height)
+        kept.reset(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height),
+                   cairo_surface_destroy);
+    return kept.get();
 }
 
 // Cairo keeps native-endian premultiplied ARGB; the frames are opaque, so
-// averaging the samples only has to reorder the bytes.
-void AverageSamples(const uint16_t* sums, uint8_t* rgba, size_t pixels) {
+// averaging the samples only has to reorder the bytes. The first sample's
+// picture is the frame's memory: each pixel is read before it is written.
+void AverageSamples(std::span<cairo_surface_t* const, 4> pictures, uint8_t* rgba, size_t pixels) {
     constexpr bool little = std::endian::native == std::endian::little;
     constexpr std::array<int, 4> kFrom = little ? std::array{2, 1, 0, 3} : std::array{1, 2, 3, 0};
-    constexpr unsigned n = kSamples.size();
-    for (size_t i = 0; i < pixels; ++i, sums += 4, rgba += 4)
+    std::array<const uint8_t*, 4> in;
+    for (size_t i = 0; i < in.size(); ++i) {
+        cairo_surface_flush(pictures[i]);
+        in[i] = cairo_image_surface_get_data(pictures[i]);
+    }
+    for (size_t p = 0; p < pixels * 4; p += 4) {
+        std::array<unsigned, 4> sums{};
         for (int c = 0; c < 4; ++c)
-            rgba[c] = static_cast<uint8_t>((sums[kFrom[c]] + n / 2) / n);
+            sums[c] = in[0][p + kFrom[c]] + in[1][p + kFrom[c]] + in[2][p + kFrom[c]] +
+                      in[3][p + kFrom[c]];
+        for (int c = 0; c < 4; ++c)
+            rgba[p + c] = static_cast<uint8_t>((sums[c] + 2) / 4);
+    }
 }
 
 }  // namespace
@@ -108,29 +123,29 @@ void ZoMoviePlayer::RenderFrameInto(int32_t frame, double scale, ZoRgbaImage& im
     image.width = StagePixels(stage.xMax - stage.xMin, scale);
     image.height = StagePixels(stage.yMax - stage.yMin, scale);
     image.rgba.resize(static_cast<size_t>(image.width) * static_cast<size_t>(image.height) * 4);
-    std::vector<uint16_t>& sums = movie_->sampleSums;
-    sums.resize(image.rgba.size());
-    cairo_surface_t* surface = cairo_image_surface_create_for_data(
-        image.rgba.data(), CAIRO_FORMAT_ARGB32, image.width, image.height, image.width * 4);
-    const int32_t count = FrameCount();
-    const int32_t shown = (frame % count + count) % count;
-    for (const auto& [x, y] : kSamples) {
-        const bool first = &x == &kSamples[0][0];
-        cairo_t* cr = cairo_create(surface);
+    SurfaceRef first(
+        cairo_image_surface_create_for_data(image.rgba.data(), CAIRO_FORMAT_ARGB32, image.width,
+                                            image.height, image.width * 4),
+        cairo_surface_destroy);
+    std::array<cairo_surface_t*, kSamples.size()> pictures = {first.get()};
+    std::array<SampleContext, kSamples.size()> samples;
+    for (size_t i = 0; i < kSamples.size(); ++i) {
+        if (i > 0)
+            pictures[i] = SamplePicture(movie_->samplePictures[i - 1], image.width, image.height);
+        cairo_t* cr = cairo_create(pictures[i]);
         cairo_set_antialias(cr, CAIRO_ANTIALIAS_NONE);
         const Rgba& bg = movie_->background;
         cairo_set_source_rgb(cr, bg.r / 255.0, bg.g / 255.0, bg.b / 255.0);
         cairo_paint(cr);
         cairo_scale(cr, scale / kZoTwipsPerPixel, scale / kZoTwipsPerPixel);
         cairo_translate(cr, -stage.xMin, -stage.yMin);
-        FramePainter(*movie_, cr, x, y, movie_->scratch)
-            .Paint(*movie_->timeline.frames[shown], shown);
-        cairo_destroy(cr);
-        cairo_surface_flush(surface);
-        AddSamples(image.rgba.data(), sums.data(), sums.size(), first);
+        samples[i] = MakeSampleContext(cr, kSamples[i][0], kSamples[i][1]);
     }
-    movie_->scratch.centres.Clear();
-    cairo_surface_finish(surface);
-    cairo_surface_destroy(surface);
-    AverageSamples(sums.data(), image.rgba.data(), sums.size() / 4);
+    const int32_t count = FrameCount();
+    const int32_t shown = (frame % count + count) % count;
+    FramePainter(*movie_, samples, movie_->scratch).Paint(*movie_->timeline.frames[shown], shown);
+    for (const SampleContext& sample : samples)
+        cairo_destroy(sample.cr);
+    AverageSamples(pictures, image.rgba.data(), image.rgba.size() / 4);
+    cairo_surface_finish(first.get());
 }
