@@ -12,6 +12,7 @@
 #include "app/context_help.h"
 #include "app/editor_app.h"
 #include "app/effect_bar.h"
+#include "app/pages/effect_property_page.h"
 #include "app/preview_pane.h"
 #include "document/file.h"
 
@@ -21,8 +22,7 @@ constexpr int kMinPropertyWidth = 260;
 constexpr int kMinPreviewWidth = 200;
 
 QWidget* MakePropertyArea() {
-    // Effect property pages are shown here; until a type has one, the area
-    // stays empty.
+    // The selected effect's property page is shown here.
     auto* area = new QWidget;
     area->setObjectName(QStringLiteral("propertyArea"));
     area->setMinimumWidth(kMinPropertyWidth);
@@ -87,6 +87,8 @@ void TeskEditorDlg::ShowDocument() {
     if (selected >= 0)
         effectBar_->ShowEffect(*document.GetEffect(selected));
     effectBar_->setEnabled(selected >= 0);
+    TeskShowPropertyPage(*propertyArea_, selected >= 0 ? document.GetEffect(selected) : nullptr,
+                         {document, app_.GetPrompts(), &app_.GetSettings(), &app_.GetHelp()});
     preview_->RequestPreview(document);
     UpdateUndoItems();
     UpdateTitle();

@@ -288,6 +288,14 @@ std::vector<TeskFileObserver*> TeskFile::DetachObservers() {
 }
 
 void TeskFile::AttachObservers(const std::vector<TeskFileObserver*>& observers) {
+    // Attaching one observer may destroy another: a window closes the page
+    // of an effect that went with the old document. Those are skipped.
+    std::vector<std::weak_ptr<const void>> lifetimes;
+    lifetimes.reserve(observers.size());
     for (TeskFileObserver* observer : observers)
-        observer->AttachToFile(this);
+        lifetimes.push_back(observer->GetLifetime());
+    for (size_t i = 0; i < observers.size(); ++i) {
+        if (!lifetimes[i].expired())
+            observers[i]->AttachToFile(this);
+    }
 }
