@@ -3,6 +3,7 @@
 #include <QSettings>
 #include <QTest>
 #include <QTextDocument>
+#include <QToolButton>
 
 #include "app/app_test_support.h"
 #include "app/gradient_picker.h"
@@ -160,6 +161,42 @@ TEST(GradientPicker, MarkersMoveBetweenTheirNeighboursAndTheBarAddsStops) {
         EXPECT_EQ(object.GetPositions(), c.positions);
         EXPECT_EQ(object.GetColours().size(), c.positions.size());
         EXPECT_EQ(object.GetSelected(), c.selected);
+    }
+}
+
+TEST(TextPage, ButtonsFormatTheSelectionAndTheWholeText) {
+    struct Case {
+        const char* button;
+        std::function<bool(const TeskTextObject&)> holds;
+    };
+    const Case cases[] = {
+        {"bold", [](const TeskTextObject& t) { return t.GetRichText().FormatAt(2)->IsBold(); }},
+        {"superscript",
+         [](const TeskTextObject& t) { return t.GetRichText().FormatAt(2)->IsSuperscript(); }},
+        {"alignCentre",
+         [](const TeskTextObject& t) {
+             return t.GetRichText().FormatAt(2)->Alignment() == ZoTextAlignment::Centre;
+         }},
+        {"verticalBottom",
+         [](const TeskTextObject& t) {
+             return t.GetVerticalAlignment() == ZoVerticalAlignment::Bottom;
+         }},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.button);
+        TeskTextObject text;
+        text.GetRichText().InsertText(0, "abcdef");
+        int changes = 0;
+        TeskTextObjectChild page(text, {320, 240}, [&changes] { ++changes; });
+        QTextCursor cursor = page.GetEditor()->textCursor();
+        cursor.setPosition(1);
+        cursor.setPosition(4, QTextCursor::KeepAnchor);
+        page.GetEditor()->setTextCursor(cursor);
+        page.findChild<QToolButton*>(QString::fromUtf8(c.button))->click();
+        EXPECT_TRUE(c.holds(text));
+        EXPECT_GT(changes, 0);
+        EXPECT_FALSE(text.GetRichText().FormatAt(5)->IsBold()) << "outside the selection";
+        EXPECT_EQ(text.GetRichText().Text(), "abcdef\n");
     }
 }
 
