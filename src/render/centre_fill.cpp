@@ -27,14 +27,14 @@ struct Extents {
     }
 };
 
-// A sample lies less than a pixel from its pixel's centre, so a pixel more on
-// every side holds whatever any sample covers.
+// Every sample lies inside its pixel, so the pixels that the extents touch
+// hold whatever any sample covers.
 std::pair<int, int> PixelSpan(double low, double high, int size) {
     if (!std::isfinite(low) || !std::isfinite(high))
         return {0, 0};
-    const double first = std::clamp(std::floor(low) - 1, 0.0, static_cast<double>(size));
-    const double last = std::clamp(std::ceil(high) + 1, 0.0, static_cast<double>(size));
-    return {static_cast<int>(first), static_cast<int>(last)};
+    const double first = std::clamp(std::floor(low), 0.0, static_cast<double>(size));
+    const double end = std::clamp(std::ceil(high), 0.0, static_cast<double>(size));
+    return {static_cast<int>(first), static_cast<int>(end)};
 }
 
 // Device pixels to the fill's own space (gradient square or bitmap pixels);

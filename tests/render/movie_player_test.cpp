@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cmath>
 #include <functional>
 #include <string>
 
@@ -94,9 +96,11 @@ std::vector<uint8_t> AnimatedMovie() {
 using Fill = std::function<void(ZoSWFShape&)>;
 
 // A 20 x 20 pixel frame on white showing `shapes` (twips), filled by `fill`
-// or black, at `at`, then a red square over its top right quarter.
+// or black, at `at` through `colour`, then a red square over its top right
+// quarter.
 ZoRgbaImage OneFrame(std::vector<std::vector<ZoPoint>> shapes, const Fill& fill = {},
-                     const ZoSWFTransformation& at = {}) {
+                     const ZoSWFTransformation& at = {},
+                     const ZoSWFColourTransformation& colour = {}) {
     ZoSWFMovie movie("", 20, 20, 10, ZoSWFColour(0xFFFFFF, 255));
     ZoSWFFrame* frame = movie.AddScene()->AddFrame();
     for (const std::vector<ZoPoint>& corners : shapes) {
@@ -105,8 +109,7 @@ ZoRgbaImage OneFrame(std::vector<std::vector<ZoPoint>> shapes, const Fill& fill 
         shape->MoveTo(corners.back());
         for (const ZoPoint& p : corners)
             shape->LineTo(p);
-        frame->PlaceObject(shape, nullptr, frame->GetPlacements().size() + 1, at, 0, -1,
-                           ZoSWFColourTransformation());
+        frame->PlaceObject(shape, nullptr, frame->GetPlacements().size() + 1, at, 0, -1, colour);
     }
     frame->PlaceObject(Square(ZoSWFColour(255, 0, 0, 255), 15, 0, 5), nullptr, 100,
                        ZoSWFTransformation(), 0, -1, ZoSWFColourTransformation());
@@ -172,6 +175,102 @@ TEST(MoviePlayer, SamplesShapesFourTimesAPixelAndPicturesAtItsCentre) {
     };
     for (const auto& [name, image, expected] : cases)
         EXPECT_TRUE(ColoursAt(image, {expected}, 1)) << name;
+}
+
+// Turned by `degrees` (terms as the MATRIX record rounds them) and moved by
+// `x`, `y` twips.
+ZoSWFTransformation Turned(double degrees, int x, int y) {
+    const double c = std::round(std::cos(degrees * M_PI / 180) * 65536) / 65536;
+    const double s = std::round(std::sin(degrees * M_PI / 180) * 65536) / 65536;
+    ZoSWFTransformation t;
+    t.AppendMatrix(c, -s, s, c, x, y);
+    return t;
+}
+
+// Gradients and pictures cover exactly the samples a solid colour covers,
+// wherever the piece lies, however turned, even partly off the frame.
+TEST(MoviePlayer, FillsEveryKindOfFillOverTheSameSamples) {
+    const std::vector<ZoPoint> triangle = {{0, 0}, {230, 47}, {61, 250}};
+    const std::vector<ZoPoint> sliver = {{0, 0}, {13, 3}, {2, 11}};
+    const Fill black[] = {
+        [](ZoSWFShape& s) {
+            auto image = ZoMakeCounted<ZoSWFImage>();
+            image->SetBitmapBufferImage({1, 1, {0, 0, 0, 255}}, 0xFFFFFFFF, 0);
+            s.SetClippedBitmapFill(image, 0, 0, 20, 20);
+        },
+        [](ZoSWFShape& s) {
+            const std::vector<ZoSWFColour> stops = {ZoSWFColour(0, 0, 0, 255),
+                                                    ZoSWFColour(0, 0, 0, 255)};
+            s.SetLinearGradientFill(stops, {0, 0}, {400, 0}, 400, nullptr);
+        },
+    };
+    const std::tuple<const char*, std::vector<ZoPoint>, ZoSWFTransformation> cases[] = {
+        {"moved away from the origin", triangle, Moved(3, 4)},
+        {"turned", triangle, Turned(37, 97, 31)},
+        {"partly above and left of the frame", triangle, Turned(-20, -117, -93)},
+        {"partly below and right of the frame", triangle, Turned(160, 412, 395)},
+        {"smaller than a pixel", sliver, Turned(10, 107, 113)},
+    };
+    for (const auto& [name, corners, at] : cases) {
+        const ZoRgbaImage solid = OneFrame({corners}, {}, at);
+        for (const Fill& fill : black)
+            EXPECT_EQ(OneFrame({corners}, fill, at).rgba, solid.rgba) << name;
+    }
+}
+
+// A 4 x 4 picture of distinct colours, 4 pixels a picture pixel, turned and
+// moved into the frame: each pixel well inside shows the picture pixel its
+// centre falls in, through the colour transform.
+TEST(MoviePlayer, ReadsATurnedPictureAtEveryPixelCentre) {
+    auto colourOf = [](int i, int j) { return std::array<int, 3>{40 + 60 * i, 40 + 60 * j, 128}; };
+    ZoSWFRgbaBuffer buffer{4, 4, {}};
+    for (int j = 0; j < 4; ++j)
+        for (int i = 0; i < 4; ++i) {
+            const auto [r, g, b] = colourOf(i, j);
+            buffer.rgba.insert(buffer.rgba.end(), {uint8_t(r), uint8_t(g), uint8_t(b), 255});
+        }
+    const Fill picture = [&buffer](ZoSWFShape& s) {
+        auto image = ZoMakeCounted<ZoSWFImage>();
+        image->SetBitmapBufferImage(buffer, 0xFFFFFFFF, 0);
+        s.SetClippedBitmapFill(image, 0, 0, 4 * kPx, 4 * kPx);
+    };
+    ZoSWFColourTransformation halfAlpha, darker;
+    halfAlpha.SetScale(1, 1, 1, 0.5);
+    darker.SetScale(0.5, 0.5, 0.5, 1);
+    darker.SetOffset(20, 0, 0, 0);
+    // Straight colour and alpha in, the pixel on white out.
+    using Through = std::function<int(int channel, int value)>;
+    const std::tuple<const char*, ZoSWFColourTransformation, Through> cases[] = {
+        {"as it is", {}, [](int, int v) { return v; }},
+        {"half transparent", halfAlpha, [](int, int v) { return (v + 255 + 1) / 2; }},
+        {"recoloured", darker, [](int c, int v) { return v / 2 + (c == 0 ? 20 : 0); }},
+    };
+    const ZoSWFTransformation at = Turned(30, 200, 40);
+    const std::vector<ZoPoint> square = {
+        {0, 0}, {16 * kPx, 0}, {16 * kPx, 16 * kPx}, {0, 16 * kPx}};
+    for (const auto& [name, colour, through] : cases) {
+        const ZoRgbaImage image = OneFrame({square}, picture, at, colour);
+        for (int y = 5; y < 20; ++y)
+            for (int x = 0; x < 20; ++x) {
+                // Device pixels to picture pixels: undo the move, the turn
+                // and the 4 pixels a picture pixel.
+                const double dx = x + 0.5 - at.Tx() / kPx, dy = y + 0.5 - at.Ty() / kPx;
+                const double det = at.A() * at.D() - at.B() * at.C();
+                const double u = (at.D() * dx - at.B() * dy) / det / 4;
+                const double v = (at.A() * dy - at.C() * dx) / det / 4;
+                // Samples lie within 0.14 picture pixels of the centre.
+                const auto inside = [](double t) { return t > 0.2 && t < 3.8; };
+                const auto onEdge = [](double t) { return std::abs(t - std::round(t)) < 0.01; };
+                if (!inside(u) || !inside(v) || onEdge(u) || onEdge(v))
+                    continue;
+                const auto rgb = colourOf(static_cast<int>(u), static_cast<int>(v));
+                const uint8_t expected[] = {uint8_t(through(0, rgb[0])),
+                                            uint8_t(through(1, rgb[1])),
+                                            uint8_t(through(2, rgb[2]))};
+                EXPECT_TRUE(ColoursAt(image, {{x, y, expected[0], expected[1], expected[2]}}))
+                    << name;
+            }
+    }
 }
 
 TEST(MoviePlayer, DrawsEveryKindOfFillMaskSpriteAndText) {
