@@ -328,6 +328,67 @@ TEST_F(PropertyPageTest, UndoWhileAnEditWaitsShowsTheDocumentAndDropsTheEdit) {
     EXPECT_EQ(History().GetPosition(), 0) << "the dropped edit is not applied later";
 }
 
+TEST_F(PropertyPageTest, StoredValuesTheControlsCannotShowSurviveAnEditOfAnotherSetting) {
+    struct Case {
+        const char* effect;
+        std::function<void(TeskEffect&)> store;  // without undo, as a loaded file would
+        const char* control;
+        int edited;
+        const char* step;
+        std::function<bool(const TeskEffect&)> kept;
+    };
+    TeskAnimationPath unusual = TeskAnimationPath::Preset(0);
+    unusual.InsertNode(1, TeskAnimationPath::kLine, {0.5, 0.9});
+    const Case cases[] = {
+        {"Curl Up",
+         [](TeskEffect& e) { dynamic_cast<TeskCurlUpEffect&>(e).SetStyle(0x1201, nullptr); },
+         "Radius of Curl", 30, "Edit CurlUp Radius",
+         [](const TeskEffect& e) {
+             return dynamic_cast<const TeskCurlUpEffect&>(e).GetStyle() == 0x1201;
+         }},
+        {"Explode",
+         [](TeskEffect& e) { dynamic_cast<TeskExplodeEffect&>(e).SetExplodeType(5, nullptr); },
+         "Spread", 20, "Edit Explode Spread",
+         [](const TeskEffect& e) {
+             return dynamic_cast<const TeskExplodeEffect&>(e).GetExplodeType() == 5;
+         }},
+        {"Lens",
+         [&](TeskEffect& e) {
+             auto& lens = dynamic_cast<TeskLensEffect&>(e);
+             lens.SetPath(unusual, nullptr);
+             lens.SetLensRadius(4010, nullptr);
+         },
+         "Lens Power", -40, "Edit Lens Power",
+         [&](const TeskEffect& e) {
+             auto& lens = dynamic_cast<const TeskLensEffect&>(e);
+             return lens.GetPath() == unusual && lens.GetLensRadius() == 4010;
+         }},
+        {"Wave", [](TeskEffect& e) { dynamic_cast<TeskWaveEffect&>(e).SetWaveStyle(7, nullptr); },
+         "Amplitude", 500, "Edit Amplitude",
+         [](const TeskEffect& e) {
+             return dynamic_cast<const TeskWaveEffect&>(e).GetWaveStyle() == 7;
+         }},
+        {"Spiral",
+         [](TeskEffect& e) { dynamic_cast<TeskSpiralEffect&>(e).SetSpiralSpeed(250, nullptr); },
+         "Style", 2, "Edit Spiral Style",
+         [](const TeskEffect& e) {
+             return dynamic_cast<const TeskSpiralEffect&>(e).GetSpiralSpeed() == 250;
+         }},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.effect);
+        TeskEffectPropertyPage& page = Open(c.effect);
+        c.store(page.GetEffect());
+        page.Reload();
+        Edit(*page.findChild<QWidget*>(QString::fromUtf8(c.control)), c.edited);
+        WaitForApply();
+        ASSERT_EQ(History().GetCount(), 1);
+        EXPECT_EQ(LastStep(), c.step);
+        EXPECT_TRUE(c.kept(page.GetEffect()));
+        History().Clear();
+    }
+}
+
 TEST(PropertyArea, ShowsThePageOfTheSelectedEffectThroughChangesUndoAndNew) {
     AppTest::TempSettings settings;
     AppTest::ScriptedPrompts prompts;

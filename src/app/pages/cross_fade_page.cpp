@@ -1,15 +1,12 @@
 #include <QBoxLayout>
-#include <QCheckBox>
 #include <QPushButton>
 
 #include "app/edit_batch.h"
-#include "app/number_fields.h"
 #include "app/pages/page_makers.h"
+#include "app/pages/return_controls.h"
 #include "effects/cross_fade_effect.h"
 
 namespace {
-
-constexpr int32_t kMaxReturnHoldMs = 10000;
 
 class TeskCrossFadeEffectPropertyPage final : public TeskEffectPropertyPage {
   public:
@@ -29,33 +26,26 @@ class TeskCrossFadeEffectPropertyPage final : public TeskEffectPropertyPage {
             ChangeAtOnce(TeskCrossFadeEffect::kReverseName,
                          [this](ZoEditor::ZoEditTransaction* t) { effect_.Reverse(t); });
         });
-        returnToStart_ = new QCheckBox(QStringLiteral("&Return to start"));
-        hold_ = new TeskTimeField(0, kMaxReturnHoldMs);
-        AddSetting(returnToStart_);
-        AddSetting("Hold Time", hold_);
-        // The pause at full strength only exists on the way back.
-        connect(returnToStart_, &QCheckBox::toggled, hold_, &QWidget::setEnabled);
+        AddSetting(return_.GetCheckBox());
+        AddSetting("Hold Time", return_.GetHoldField());
         Start();
     }
 
   private:
     void LoadControls() override {
-        returnToStart_->setChecked(effect_.GetReturnToStart());
-        hold_->SetMilliseconds(effect_.GetReturnHold());
-        hold_->setEnabled(effect_.GetReturnToStart());
+        return_.Show(effect_.GetReturnToStart(), effect_.GetReturnHold());
     }
 
     void ApplyControls(TeskEditBatch& batch) override {
         TeskCrossFadeEffect& e = effect_;
-        batch.Set(e, &TeskCrossFadeEffect::SetReturnToStart, returnToStart_->isChecked(),
+        batch.Set(e, &TeskCrossFadeEffect::SetReturnToStart, return_.ShownReturn(),
                   e.GetReturnToStart(), TeskCrossFadeEffect::kReturnToStartName);
-        batch.Set(e, &TeskCrossFadeEffect::SetReturnHold, hold_->GetMilliseconds(),
-                  e.GetReturnHold(), TeskCrossFadeEffect::kReturnHoldName);
+        batch.Set(e, &TeskCrossFadeEffect::SetReturnHold, return_.ShownHold(), e.GetReturnHold(),
+                  TeskCrossFadeEffect::kReturnHoldName);
     }
 
     TeskCrossFadeEffect& effect_;
-    QCheckBox* returnToStart_;
-    TeskTimeField* hold_;
+    TeskReturnControls return_;
 };
 
 }  // namespace

@@ -1,20 +1,18 @@
 #include <QApplication>
-#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QPushButton>
 
 #include "app/edit_batch.h"
 #include "app/morph_mesh_panel.h"
-#include "app/number_fields.h"
 #include "app/object_slot.h"
 #include "app/pages/page_makers.h"
+#include "app/pages/return_controls.h"
 #include "app/user_prompts.h"
 #include "effects/morph_effect.h"
 #include "geometry/edit_grid_triangulation.h"
 
 namespace {
 
-constexpr int32_t kMaxReturnHoldMs = 10000;
 constexpr const char* kStartObjectName = "Edit start object";
 constexpr const char* kEndObjectName = "Edit end object";
 
@@ -39,11 +37,8 @@ class TeskMorphEffectPropertyPage final : public TeskEffectPropertyPage {
         ObjectRow()->addLayout(meshes, 1);
         connect(reverse, &QPushButton::clicked, this, &TeskMorphEffectPropertyPage::OnReverse);
 
-        returnToStart_ = new QCheckBox(QStringLiteral("&Return to start"));
-        hold_ = new TeskTimeField(0, kMaxReturnHoldMs);
-        AddSetting(returnToStart_);
-        AddSetting("Hold Time", hold_);
-        connect(returnToStart_, &QCheckBox::toggled, hold_, &QWidget::setEnabled);
+        AddSetting(return_.GetCheckBox());
+        AddSetting("Hold Time", return_.GetHoldField());
         Start();
     }
 
@@ -83,22 +78,19 @@ class TeskMorphEffectPropertyPage final : public TeskEffectPropertyPage {
     }
 
     void LoadControls() override {
-        returnToStart_->setChecked(effect_.GetReturnToStart());
-        hold_->SetMilliseconds(effect_.GetReturnHoldTime());
-        hold_->setEnabled(effect_.GetReturnToStart());
+        return_.Show(effect_.GetReturnToStart(), effect_.GetReturnHoldTime());
     }
 
     void ApplyControls(TeskEditBatch& batch) override {
         TeskMorphEffect& e = effect_;
-        batch.Set(e, &TeskMorphEffect::SetReturnToStart, returnToStart_->isChecked(),
+        batch.Set(e, &TeskMorphEffect::SetReturnToStart, return_.ShownReturn(),
                   e.GetReturnToStart(), TeskMorphEffect::kReturnToStartName);
-        batch.Set(e, &TeskMorphEffect::SetReturnHoldTime, hold_->GetMilliseconds(),
+        batch.Set(e, &TeskMorphEffect::SetReturnHoldTime, return_.ShownHold(),
                   e.GetReturnHoldTime(), TeskMorphEffect::kReturnHoldTimeName);
     }
 
     TeskMorphEffect& effect_;
-    QCheckBox* returnToStart_;
-    TeskTimeField* hold_;
+    TeskReturnControls return_;
 };
 
 }  // namespace
