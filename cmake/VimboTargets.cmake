@@ -61,7 +61,15 @@ function(vimbo_test name)
     if(ARG_LABELS)
         set(labels ${ARG_LABELS})
     endif()
-    gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${labels}")
+    if("playback" IN_LIST labels)
+        # A playback program plays all its movies in one browser run before its
+        # first case; as one CTest entry it keeps a parallel slot busy playing
+        # instead of waiting on a sibling case's batch.
+        add_test(NAME ${target} COMMAND ${target})
+        set_tests_properties(${target} PROPERTIES LABELS "${labels}")
+    else()
+        gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${labels}")
+    endif()
 endfunction()
 
 # vimbo_embed(<target> <variable> <file>): compiles <file> into <target> as
