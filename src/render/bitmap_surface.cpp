@@ -1,5 +1,7 @@
 #include "render/bitmap_surface.h"
 
+#include <cmath>
+
 #include "platform/image_codec.h"
 
 namespace ZoRender {
@@ -84,6 +86,26 @@ void TransformPixels(cairo_surface_t* surface, const ColourTransform& colour) {
             const Rgba c = colour.Apply({straight(p >> 16 & 0xFF), straight(p >> 8 & 0xFF),
                                          straight(p & 0xFF), static_cast<uint8_t>(a)});
             row[x] = Premultiplied(c.a, c.r, c.g, c.b);
+        }
+    }
+    cairo_surface_mark_dirty(surface);
+}
+
+void FadePixels(cairo_surface_t* surface, double alpha) {
+    cairo_surface_flush(surface);
+    const auto a = static_cast<uint32_t>(std::lround(alpha * 255));
+    // x * a / 255, rounded, in the bit operations Pixman uses.
+    auto scale = [a](uint32_t x) {
+        const uint32_t t = x * a + 0x80;
+        return ((t >> 8) + t) >> 8;
+    };
+    const int width = cairo_image_surface_get_width(surface);
+    for (int y = 0; y < cairo_image_surface_get_height(surface); ++y) {
+        uint32_t* row = Row(surface, y);
+        for (int x = 0; x < width; ++x) {
+            const uint32_t p = row[x];
+            row[x] = scale(p >> 24) << 24 | scale(p >> 16 & 0xFF) << 16 |
+                     scale(p >> 8 & 0xFF) << 8 | scale(p & 0xFF);
         }
     }
     cairo_surface_mark_dirty(surface);

@@ -14,6 +14,10 @@ SurfaceRef DecodeBitmap(const Bitmap& bitmap);
 /// Applies `colour` to every pixel of `surface` in place.
 void TransformPixels(cairo_surface_t* surface, const ColourTransform& colour);
 
+/// Scales every pixel of `surface` in place by `alpha` (0 to 1), rounded as
+/// Pixman scales colours by a mask.
+void FadePixels(cairo_surface_t* surface, double alpha);
+
 /// A copy of `surface` with `colour` applied to every pixel.
 SurfaceRef TransformedSurface(cairo_surface_t* surface, const ColourTransform& colour);
 

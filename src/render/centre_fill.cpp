@@ -161,9 +161,12 @@ void CentreFill::Fill(const FillStyle& fill, const Path& path, const cairo_matri
     if (!bitmap)
         ReadGradient(fill, *toFill, colour, box, colours.get());
     const bool scalesAlpha = bitmap && colour.OnlyScalesAlpha();
-    const double alpha = scalesAlpha ? std::clamp(colour.mult[3], 0.0f, 1.0f) : 1.0;
+    // Fading the colours once keeps the coverage all or nothing, which Cairo
+    // draws several times faster than a translucent mask.
+    if (scalesAlpha && colour.mult[3] < 1)
+        FadePixels(colours.get(), std::max(colour.mult[3], 0.0f));
     for (const SampleContext& sample : samples_)
-        Composite(sample, path, placement, colours.get(), box, alpha);
+        Composite(sample, path, placement, colours.get(), box);
 }
 
 // Movies before version 8 never smooth bitmaps (nor does any player of them).
@@ -196,13 +199,13 @@ bool CentreFill::ReadBitmap(const FillStyle& fill, const cairo_matrix_t& toBitma
 // unsmoothed into the coverage mask, which scales them.
 void CentreFill::Composite(const SampleContext& sample, const Path& path,
                            const cairo_matrix_t& placement, cairo_surface_t* colours,
-                           const PixelBox& box, double alpha) {
+                           const PixelBox& box) {
     cairo_t* mask = scratch_.coverage.get();
     const cairo_matrix_t geometry = GeometryMatrix(sample, placement);
     cairo_set_matrix(mask, &geometry);
     cairo_new_path(mask);
     AppendPath(mask, path);
-    cairo_set_source_rgba(mask, 0, 0, 0, alpha);
+    cairo_set_source_rgb(mask, 0, 0, 0);
     cairo_fill(mask);
     // The colours end at the box, and so does the compositing.
     cairo_t* cr = sample.cr;

@@ -64,7 +64,7 @@ class CentreFill {
                     const ColourTransform& colour, const PixelBox& box,
                     cairo_surface_t* into) const;
     void Composite(const SampleContext& sample, const Path& path, const cairo_matrix_t& placement,
-                   cairo_surface_t* colours, const PixelBox& box, double alpha);
+                   cairo_surface_t* colours, const PixelBox& box);
 
     const MovieModel& movie_;
     std::span<const SampleContext> samples_;
