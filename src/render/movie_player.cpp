@@ -50,6 +50,18 @@ cairo_surface_t* SamplePicture(SurfaceRef& kept, int width, int height) {
     return kept.get();
 }
 
+// A context drawing the stage's twips at `scale` onto the movie's background.
+cairo_t* StartPicture(cairo_surface_t* picture, const MovieModel& movie, double scale) {
+    cairo_t* cr = cairo_create(picture);
+    cairo_set_antialias(cr, CAIRO_ANTIALIAS_NONE);
+    const Rgba& bg = movie.background;
+    cairo_set_source_rgb(cr, bg.r / 255.0, bg.g / 255.0, bg.b / 255.0);
+    cairo_paint(cr);
+    cairo_scale(cr, scale / kZoTwipsPerPixel, scale / kZoTwipsPerPixel);
+    cairo_translate(cr, -movie.frameSize.xMin, -movie.frameSize.yMin);
+    return cr;
+}
+
 // Cairo keeps native-endian premultiplied ARGB; the frames are opaque, so
 // averaging the samples only has to reorder the bytes. The first sample's
 // picture is the frame's memory: each pixel is read before it is written.
@@ -132,14 +144,8 @@ void ZoMoviePlayer::RenderFrameInto(int32_t frame, double scale, ZoRgbaImage& im
     for (size_t i = 0; i < kSamples.size(); ++i) {
         if (i > 0)
             pictures[i] = SamplePicture(movie_->samplePictures[i - 1], image.width, image.height);
-        cairo_t* cr = cairo_create(pictures[i]);
-        cairo_set_antialias(cr, CAIRO_ANTIALIAS_NONE);
-        const Rgba& bg = movie_->background;
-        cairo_set_source_rgb(cr, bg.r / 255.0, bg.g / 255.0, bg.b / 255.0);
-        cairo_paint(cr);
-        cairo_scale(cr, scale / kZoTwipsPerPixel, scale / kZoTwipsPerPixel);
-        cairo_translate(cr, -stage.xMin, -stage.yMin);
-        samples[i] = MakeSampleContext(cr, kSamples[i][0], kSamples[i][1]);
+        samples[i] = MakeSampleContext(StartPicture(pictures[i], *movie_, scale), kSamples[i][0],
+                                       kSamples[i][1]);
     }
     const int32_t count = FrameCount();
     const int32_t shown = (frame % count + count) % count;
