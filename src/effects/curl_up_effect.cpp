@@ -66,15 +66,7 @@ void TeskCurlUpEffect::SetStyle(uint32_t style, ZoEditor::ZoEditTransaction* tra
 TeskMeshEffect::MeshTriangleList TeskCurlUpEffect::BuildMesh(TeskSWFMovie& movie,
                                                              const ZoRect& rect) {
     const CurlUpState& state = GetCurlUpState();
-    ZoAutoPtr<TeskTriangulation> triangulation;
-    BuildTriangulation(rect, triangulation, state.direction + 90, 1);
-    MeshTriangleList mesh;
-    if (state.object && triangulation) {
-        const GridSettings& grid = GetGridSettings();
-        BuildMeshTriangles(mesh, movie, *state.object, rect, *triangulation, 0, grid.expand,
-                           grid.roundPoints, kDepthBase);
-    }
-    return mesh;
+    return BuildObjectMesh(movie, rect, state.object.get(), state.direction + 90, kDepthBase);
 }
 
 void TeskCurlUpEffect::MoveMesh(MeshTriangleList& mesh, const ZoRect& rect, int32_t frame,

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "effects/record_fallback.h"
+#include "flash/swf_entity.h"
 #include "geometry/grid_triangulation.h"
 #include "geometry/hex_triangulation.h"
 #include "objects/field_visitor.h"
@@ -108,4 +109,19 @@ void TeskGridEffect::Write(ZoFolderFile& file) const {
     file.WriteBool(s.chooseGrid);
     for (int32_t value : {s.maxTriangles, s.gridType, s.across, s.down})
         file.WriteInt32(value);
+}
+
+TeskMeshEffect::MeshTriangleList TeskGridEffect::BuildObjectMesh(TeskSWFMovie& movie,
+                                                                 const ZoRect& rect,
+                                                                 TeskObject* object, int32_t angle,
+                                                                 int32_t depthBase) {
+    ZoAutoPtr<TeskTriangulation> triangulation;
+    BuildTriangulation(rect, triangulation, angle, 1);
+    MeshTriangleList mesh;
+    if (object && triangulation) {
+        const GridSettings& grid = GetGridSettings();
+        BuildMeshTriangles(mesh, movie, *object, rect, *triangulation, 0, grid.expand,
+                           grid.roundPoints, depthBase);
+    }
+    return mesh;
 }

@@ -58,6 +58,11 @@ class TeskGridEffect : public TeskMeshEffect {
     /// triangular grid.
     void BuildTriangulationHex(const ZoRect& rect, ZoAutoPtr<TeskTriangulation>& out,
                                int32_t divisor);
+    /// The mesh of `object` (may be null) over the whole budget's grid cut
+    /// to follow `angle`, with the settings' enlargement and rounding, from
+    /// depth `depthBase`; empty without an object or a grid.
+    MeshTriangleList BuildObjectMesh(TeskSWFMovie& movie, const ZoRect& rect, TeskObject* object,
+                                     int32_t angle, int32_t depthBase);
 
     void Read(ZoFolderFile& file) override;
     void Write(ZoFolderFile& file) const override;

@@ -60,15 +60,7 @@ void TeskTwistEffect::SetTwistStyle(int32_t style, ZoEditor::ZoEditTransaction* 
 TeskMeshEffect::MeshTriangleList TeskTwistEffect::BuildMesh(TeskSWFMovie& movie,
                                                             const ZoRect& rect) {
     const TwistState& state = GetTwistState();
-    ZoAutoPtr<TeskTriangulation> triangulation;
-    BuildTriangulation(rect, triangulation, state.twistAngle + 90, 1);
-    MeshTriangleList mesh;
-    if (state.object && triangulation) {
-        const GridSettings& grid = GetGridSettings();
-        BuildMeshTriangles(mesh, movie, *state.object, rect, *triangulation, 0, grid.expand,
-                           grid.roundPoints, kDepthBase);
-    }
-    return mesh;
+    return BuildObjectMesh(movie, rect, state.object.get(), state.twistAngle + 90, kDepthBase);
 }
 
 void TeskTwistEffect::MoveMesh(MeshTriangleList& mesh, const ZoRect& rect, int32_t frame,

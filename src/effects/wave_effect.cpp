@@ -71,17 +71,9 @@ void TeskWaveEffect::SetWaveStyle(int32_t style, ZoEditor::ZoEditTransaction* tr
 
 TeskMeshEffect::MeshTriangleList TeskWaveEffect::BuildMesh(TeskSWFMovie& movie,
                                                            const ZoRect& rect) {
-    const WaveState& state = GetWaveState();
-    ZoAutoPtr<TeskTriangulation> triangulation;
     // An automatic grid is cut across the wave direction.
-    BuildTriangulation(rect, triangulation, state.direction + 90, 1);
-    MeshTriangleList mesh;
-    if (state.object && triangulation) {
-        const GridSettings& grid = GetGridSettings();
-        BuildMeshTriangles(mesh, movie, *state.object, rect, *triangulation, 0, grid.expand,
-                           grid.roundPoints, kDepthBase);
-    }
-    return mesh;
+    const WaveState& state = GetWaveState();
+    return BuildObjectMesh(movie, rect, state.object.get(), state.direction + 90, kDepthBase);
 }
 
 void TeskWaveEffect::MoveMesh(MeshTriangleList& mesh, const ZoRect& rect, int32_t frame,
