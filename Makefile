@@ -40,7 +40,7 @@ bench: setup
 fuzz: setup
 	@CC=clang CXX=clang++ cmake -S . -B build/fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 	    -DVIMBO_FUZZ=ON -DVIMBO_APP=OFF -DVIMBO_BENCH=OFF >/dev/null
-	@cmake --build build/fuzz -j $(JOBS)
+	@cmake --build build/fuzz -j $(JOBS) --target fuzzers
 	@scripts/run-fuzzers build/fuzz/fuzz $(FUZZ_SECONDS)
 
 # The editor's pictures in docs/screenshots: the new document and one example
