@@ -20,7 +20,7 @@ std::string ReadAll(const fs::path& path) {
 }
 
 // A wave, then a morph over a 2 × 1 grid with a split cell, whose header is
-// tests/cli/expected_morph_preset.h (written out by hand from the format).
+// tests/cli/expected_morph_preset.txt (written out by hand from the format).
 constexpr const char* kProject = R"({"effects": [{"effect": "Wave"}, {"effect": "Morph",
     "triangulation": {"across": 2, "down": 1, "diagonals": [true, false],
         "points": [{"x": 0, "y": 0, "endX": 0, "endY": 0},
@@ -53,7 +53,7 @@ class ExportGrid : public ::testing::Test {
 
 TEST_F(ExportGrid, WritesTheFirstMorphsRootGridAsTheHeader) {
     const std::string expected =
-        ReadAll(fs::path(VIMBO_SOURCE_DIR) / "tests/cli/expected_morph_preset.h");
+        ReadAll(fs::path(VIMBO_SOURCE_DIR) / "tests/cli/expected_morph_preset.txt");
     for (const std::vector<std::string>& choice : {std::vector<std::string>{}, {"--effect", "2"}}) {
         std::vector<std::string> args = {Path("morph.json"), "-o", Path("out.h"), "--force"};
         args.insert(args.end(), choice.begin(), choice.end());
