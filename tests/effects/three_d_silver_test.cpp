@@ -4,9 +4,7 @@
 // unnoticed.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <functional>
-#include <map>
 #include <string>
 
 #include "effect_fakes.h"
@@ -14,49 +12,10 @@
 #include "effects/curl_up_effect.h"
 #include "effects/explode_effect.h"
 #include "effects/twist_effect.h"
-#include "flash/swf_sequence.h"
-#include "media/swf_movie.h"
-#include "objects/solid_object.h"
+#include "placement_record.h"
 #include "silver_file.h"
 
 namespace {
-
-std::string Format(const char* format, auto... values) {
-    char buffer[200];
-    std::snprintf(buffer, sizeof buffer, format, values...);
-    return buffer;
-}
-
-// Each frame's placements: depth, shape (numbered as first met), matrix and
-// colour transformation.
-std::string Record(TeskEffect& effect, int32_t lengthMs) {
-    TeskSWFMovie movie;
-    movie.SetWidth(100);
-    movie.SetHeight(80);
-    movie.SetFrameRate(12);
-    effect.SetEffectTime(lengthMs, nullptr);
-    ZoAutoPtr<TeskObject> object = std::make_unique<TeskSolidObject>(0x3366CC);
-    effect.SetObject(object, 0);
-    effect.CompileAlone(movie);
-
-    std::map<const void*, int> shapes;
-    std::string text;
-    const ZoFlash::ZoSWFScene& scene = *movie.GetScene(0);
-    for (int32_t f = 0; f < scene.TotalFrames(); ++f) {
-        text += Format("frame %d\n", f);
-        for (const auto& p : scene.GetFrame(f)->GetPlacements()) {
-            const int shape = shapes.emplace(p.object.Get(), shapes.size()).first->second;
-            const auto& m = p.matrix;
-            const auto& x = p.cxform;
-            text += Format(
-                "  depth %d shape %d matrix %d %d %d %d %d %d mult %d %d %d %d add %d %d %d %d\n",
-                p.depth, shape, m.scaleX.raw, m.rotateSkew0.raw, m.rotateSkew1.raw, m.scaleY.raw,
-                m.translateX.value, m.translateY.value, x.redMult, x.greenMult, x.blueMult,
-                x.alphaMult, x.redAdd, x.greenAdd, x.blueAdd, x.alphaAdd);
-        }
-    }
-    return text;
-}
 
 struct SilverCase {
     const char* file;
@@ -136,7 +95,8 @@ class ThreeDSilver : public ::testing::TestWithParam<SilverCase> {};
 
 TEST_P(ThreeDSilver, FramesMatchTheRecordedOnes) {
     ZoAutoPtr<TeskEffect> effect = GetParam().make();
-    EXPECT_TRUE(effect_test::MatchesSilver(GetParam().file, Record(*effect, GetParam().lengthMs)));
+    EXPECT_TRUE(effect_test::MatchesSilver(
+        GetParam().file, effect_test::RecordEffect(*effect, GetParam().lengthMs)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, ThreeDSilver, ::testing::ValuesIn(kCases), [](const auto& info) {
