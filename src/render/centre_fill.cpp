@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "render/bitmap_surface.h"
+#include "render/nearest_picture.h"
 
 namespace ZoRender {
 namespace {
@@ -184,12 +185,16 @@ bool CentreFill::ReadBitmap(const FillStyle& fill, const cairo_matrix_t& toBitma
     const bool plain = colour.OnlyScalesAlpha();
     SurfaceRef picture =
         plain || !smooth ? found->second : TransformedSurface(found->second.get(), colour);
-    cairo_pattern_t* pattern = cairo_pattern_create_for_surface(picture.get());
     const bool repeat = fill.type == kRepeatingBitmap || fill.type == kRepeatingHardBitmap;
-    cairo_pattern_set_extend(pattern, repeat ? CAIRO_EXTEND_REPEAT : CAIRO_EXTEND_PAD);
-    cairo_pattern_set_filter(pattern, smooth ? CAIRO_FILTER_GOOD : CAIRO_FILTER_NEAREST);
-    ReadAtCentres(pattern, toBitmap, box, into);
-    cairo_pattern_destroy(pattern);
+    if (smooth) {
+        cairo_pattern_t* pattern = cairo_pattern_create_for_surface(picture.get());
+        cairo_pattern_set_extend(pattern, repeat ? CAIRO_EXTEND_REPEAT : CAIRO_EXTEND_PAD);
+        cairo_pattern_set_filter(pattern, CAIRO_FILTER_GOOD);
+        ReadAtCentres(pattern, toBitmap, box, into);
+        cairo_pattern_destroy(pattern);
+    } else {
+        ReadNearestPicture(picture.get(), toBitmap, repeat, box, into);
+    }
     if (!plain && !smooth)
         TransformPixels(into, colour);
     return true;

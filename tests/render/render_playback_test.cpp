@@ -109,7 +109,7 @@ const Comparison kMovies[] = {
     Row("curl_up", {0, 12, 23}, [](auto& file) { WriteDefaultEffect(file, "Curl Up"); }),
     Row("explode", {0, 12, 23}, [](auto& file) { WriteDefaultEffect(file, "Explode"); }),
     Row("twist", {0, 12, 23}, [](auto& file) { WriteDefaultEffect(file, "Twist"); }),
-    Row("morph", {0, 53}, [](auto& file) { WriteExample(file, "morph"); }),
+    Row("morph", {0, 27, 53}, [](auto& file) { WriteExample(file, "morph"); }),
     Row("rotate_3d", {0, 30, 59}, [](auto& file) { WriteExample(file, "rotate_3d"); }),
     Row("lens", {0, 42, 83}, [](auto& file) { WriteExample(file, "lens"); }),
     Row("spiral", {0, 30, 59}, [](auto& file) { WriteExample(file, "spiral"); }),
