@@ -159,7 +159,7 @@ void TeskCubeEffect::MoveFaces(FaceMeshes& meshes, const ZoRect& rect, int32_t f
         // object's rim has no enlargement to close it, unlike the seams inside
         // a face). Where both look towards the viewer they overlap instead;
         // faces turned away, and the cube's outline, stay as they are.
-        m = TeskOverlappingCubeFace(state, m, rect, GetGridSettings().expand);
+        m = TeskOverlappingCubeFace(m, rect, state.scaleSize / 100.0, GetGridSettings().expand);
         const TeskPoint3D normal =
             TeskNormalise(m.Transform({0.0, 0.0, 1.0}) - m.Transform(origin));
         ZoFlash::ZoSWFColourTransformation light;

@@ -77,11 +77,9 @@ TeskMatrix4 TeskCubeFaceMatrix(const TeskCubeEffect::CubeState& state, int32_t f
     return m;
 }
 
-TeskMatrix4 TeskOverlappingCubeFace(const TeskCubeEffect::CubeState& state,
-                                    const TeskMatrix4& faceMatrix, const ZoRect& rect,
+TeskMatrix4 TeskOverlappingCubeFace(const TeskMatrix4& faceMatrix, const ZoRect& rect, double scale,
                                     double overlap) noexcept {
     const double size = TeskCubeSize(rect);
-    const double scale = state.scaleSize / 100.0;
     if (!(size > 0.0 && scale > 0.0 && overlap > 0.0))
         return faceMatrix;
     const double cx = (rect.left + rect.right) / 2, cy = (rect.top + rect.bottom) / 2;

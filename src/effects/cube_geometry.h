@@ -17,12 +17,12 @@ double TeskCubeSize(const ZoRect& rect) noexcept;
 TeskMatrix4 TeskCubeFaceMatrix(const TeskCubeEffect::CubeState& state, int32_t face,
                                const ZoRect& rect) noexcept;
 
-/// `faceMatrix` (spin included), first stretching the face so that, if it
+/// `faceMatrix` (spin included) of a face of a cube whose half edge is
+/// `scale` · TeskCubeSize(`rect`), first stretching the face so that, if it
 /// looks towards the viewer, it reaches `overlap` twips (on the scaled cube,
 /// before perspective; at most an eighth of its half side) beyond each edge
 /// whose other face looks towards the viewer too.
-TeskMatrix4 TeskOverlappingCubeFace(const TeskCubeEffect::CubeState& state,
-                                    const TeskMatrix4& faceMatrix, const ZoRect& rect,
+TeskMatrix4 TeskOverlappingCubeFace(const TeskMatrix4& faceMatrix, const ZoRect& rect, double scale,
                                     double overlap) noexcept;
 
 /// The cube's spin in frame `frame` of `frameCount`: one full turn over the

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "effects/cube_geometry.h"
 #include "effects/mesh_frames.h"
 #include "effects/test_effect_geometry.h"
 #include "effects/twist_effect.h"
@@ -13,6 +14,14 @@
 #include "objects/image_object.h"
 #include "platform/folder_file.h"
 #include "platform/zo_exception.h"
+
+namespace {
+
+// Twips each piece reaches past its neighbours, so that no hairline of the
+// background shows between them.
+constexpr double kSeamOverlap = 40.0;
+
+}  // namespace
 
 TeskTestEffect::TestState::TestState()
     : startObject(std::make_unique<TeskImageObject>("<PreviewImage1>")),
@@ -98,7 +107,7 @@ TeskMeshEffect::MeshTriangleList TeskTestEffect::BuildMesh(TeskSWFMovie& movie,
     TeskObject* object = GetStartObject();
     if (object && triangulation) {
         BuildMeshTriangles(mesh, movie, *object, rect, *triangulation, 0,
-                           type == kAlphaBlend ? 0.0 : 40.0, true, kDepthBase);
+                           type == kAlphaBlend ? 0.0 : kSeamOverlap, true, kDepthBase);
     }
     return mesh;
 }
@@ -179,7 +188,10 @@ void TeskTestEffect::PlaceCube(MeshTriangleList& mesh, const ZoRect& rect, int32
     const double spin = frameCount > 0 ? 2.0 * std::numbers::pi * frame / frameCount : 0.0;
     const auto count = static_cast<int32_t>(mesh.size());
     for (int32_t face = 0; face < 6; ++face) {
-        const TeskMatrix4 m = TeskTestCubeFace(testFrame, face).Apply(TeskMatrix4::RotationY(spin));
+        TeskMatrix4 m = TeskTestCubeFace(testFrame, face).Apply(TeskMatrix4::RotationY(spin));
+        // Neighbouring faces meet at the object's rim, which has no piece
+        // enlargement to close the seam: faces both in view overlap there.
+        m = TeskOverlappingCubeFace(m, rect, 1.0, kSeamOverlap);
         bool facing = true;
         // A face is shown whole or not at all.
         for (size_t j = 0; j < mesh.size() && facing; ++j) {

@@ -133,7 +133,8 @@ TEST(CubeEffectTest, OnlyEdgesBetweenTwoFacesTowardsTheViewerOverlap) {
         }
         const auto towards = [&](size_t f) { return TeskFacesViewer(meshes[f][0].corners); };
         for (size_t f = 0; f < m.size(); ++f) {
-            const TeskMatrix4 grown = TeskOverlappingCubeFace(cube.GetCubeState(), m[f], rect, 20);
+            const TeskMatrix4 grown =
+                TeskOverlappingCubeFace(m[f], rect, cube.GetCubeState().scaleSize / 100.0, 20);
             for (const TeskPoint3D& side : sides) {
                 SCOPED_TRACE(testing::Message() << frame << " " << f << " " << side.x << side.y);
                 const TeskPoint3D edge = m[f].Transform(side);

@@ -14,6 +14,7 @@
 #include "media/swf_movie.h"
 #include "objects/solid_object.h"
 #include "placement_record.h"
+#include "render/movie_player.h"
 #include "support/movie_check.h"
 
 namespace {
@@ -124,6 +125,55 @@ TEST(TestEffectTest, TheCubeShowsOnlyTheFacesTurnedTowardsTheViewer) {
         }
         EXPECT_EQ(depths.size(), placed.size()) << f;
     }
+}
+
+// How far `image`'s pixel (x, y) is from `background`, summed over channels.
+int Contrast(const ZoRgbaImage& image, int x, int y, const uint8_t* background) {
+    const uint8_t* p = &image.rgba[(static_cast<size_t>(y) * image.width + x) * 4];
+    return std::abs(p[0] - background[0]) + std::abs(p[1] - background[1]) +
+           std::abs(p[2] - background[2]);
+}
+
+// A pixel nearer the background (the colour of the top left corner) than
+// the two pixels two steps away on either side of it: the background shows
+// through a hairline between pieces or faces. Pixels within four steps of
+// the outline are left out, where corners of the faces rightly leave notches.
+int Hairlines(const ZoRgbaImage& image) {
+    constexpr int kObject = 50, kVisible = 12, kMargin = 4;
+    const uint8_t* background = image.rgba.data();
+    const int steps[][2] = {{1, 0}, {0, 1}, {1, 1}, {1, -1}};
+    const auto contrast = [&](int x, int y) { return Contrast(image, x, y, background); };
+    const auto inside = [&](int x, int y) {
+        for (const auto& [dx, dy] : steps) {
+            if (contrast(x - kMargin * dx, y - kMargin * dy) <= kObject ||
+                contrast(x + kMargin * dx, y + kMargin * dy) <= kObject)
+                return false;
+        }
+        return true;
+    };
+    int found = 0;
+    for (int y = kMargin; y < image.height - kMargin; ++y)
+        for (int x = kMargin; x < image.width - kMargin; ++x) {
+            if (!inside(x, y))
+                continue;
+            for (const auto& [dx, dy] : steps) {
+                const int a = contrast(x - 2 * dx, y - 2 * dy),
+                          b = contrast(x + 2 * dx, y + 2 * dy);
+                if (contrast(x, y) < std::min(a, b) - kVisible) {
+                    ++found;
+                    break;
+                }
+            }
+        }
+    return found;
+}
+
+TEST(TestEffectTest, TheCubesFacesMeetWithoutAHairline) {
+    auto cube = Effect(T::kCube);
+    TeskSWFMovie movie;
+    const ZoMoviePlayer player(SwfTest::WriteAndValidate(Compile(*cube, movie)).bytes);
+    for (int32_t f = 0; f < 24; f += 3)
+        EXPECT_EQ(Hairlines(player.RenderFrame(f, 2.0)), 0) << f;
 }
 
 TEST(TestEffectTest, TheSphereLeavesOutItsFarSideAndLightsTheRest) {
