@@ -1,42 +1,21 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "platform/atomic_file.h"
-#include "platform/temp_directory.h"
+#include "platform/temp_folder.h"
 #include "platform/zo_exception.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string ReadAll(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
-size_t FilesIn(const fs::path& folder) {
-    return static_cast<size_t>(std::distance(fs::directory_iterator(folder), {}));
-}
-
-class AtomicFileTest : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        folder_ = ZoMakeTempFileName("");
-        fs::create_directories(folder_);
-    }
-    fs::path folder_;
-};
+using AtomicFileTest = TempFolderTest;
 
 TEST_F(AtomicFileTest, CommitReplacesAndLeavesNoTemporary) {
     const fs::path target = folder_ / "movie.swf";
     ZoWriteFileAtomically(target, "old");
     ZoWriteFileAtomically(target, "new contents");
     EXPECT_EQ(ReadAll(target), "new contents");
-    EXPECT_EQ(FilesIn(folder_), 1u);
+    EXPECT_EQ(FileCount(), 1u);
 }
 
 TEST_F(AtomicFileTest, AbandonedWriteLeavesTheOldFileUntouched) {
@@ -47,13 +26,13 @@ TEST_F(AtomicFileTest, AbandonedWriteLeavesTheOldFileUntouched) {
         file.Write("half of a new");
     }
     EXPECT_EQ(ReadAll(target), "old");
-    EXPECT_EQ(FilesIn(folder_), 1u);
+    EXPECT_EQ(FileCount(), 1u);
 }
 
 TEST_F(AtomicFileTest, BadTargetsThrowAndCreateNothing) {
     EXPECT_THROW(ZoAtomicFile(folder_ / "missing" / "a.swf"), ZoException);
     EXPECT_THROW(ZoAtomicFile{folder_}, ZoException);
-    EXPECT_EQ(FilesIn(folder_), 0u);
+    EXPECT_EQ(FileCount(), 0u);
 }
 
 TEST(TempDirectory, NamesAreFreshAndInsideTheProcessFolder) {

@@ -3,14 +3,17 @@
 
 #include "platform/image_codec.h"
 #include "platform/image_test_files.h"
-#include "platform/zo_exception.h"
 
 namespace {
 
 using ImageTestFiles::Bytes;
+using ImageTestFiles::CutLast;
 using ImageTestFiles::DecodeCase;
 using ImageTestFiles::DecodeTest;
-using ImageTestFiles::Expected;
+using ImageTestFiles::Pixels;
+using namespace ImageTestFiles::Rgba;
+using ImageTestFiles::RefusedCase;
+using ImageTestFiles::RefusedTest;
 
 void Put16(Bytes& out, uint32_t value) {
     out.push_back(static_cast<uint8_t>(value));
@@ -80,21 +83,6 @@ Bytes Plain(int32_t width, int32_t height, uint32_t bits, const Bytes& palette,
 const Bytes kBlackWhite = {0, 0, 0, 0, 255, 255, 255, 0};
 const Bytes kRedGreenBlue = {0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 0};
 
-constexpr uint8_t R[] = {255, 0, 0, 255};
-constexpr uint8_t G[] = {0, 255, 0, 255};
-constexpr uint8_t B[] = {0, 0, 255, 255};
-constexpr uint8_t W[] = {255, 255, 255, 255};
-constexpr uint8_t K[] = {0, 0, 0, 255};
-constexpr uint8_t Clear[] = {0, 0, 0, 0};
-
-Bytes Pixels(std::initializer_list<const uint8_t*> pixels) {
-    Bytes rgba;
-    for (const uint8_t* p : pixels) {
-        rgba.insert(rgba.end(), p, p + 4);
-    }
-    return rgba;
-}
-
 INSTANTIATE_TEST_SUITE_P(
     Bmp, DecodeTest,
     ::testing::Values(
@@ -158,46 +146,23 @@ INSTANTIATE_TEST_SUITE_P(
              true}}),
     [](const auto& info) { return info.param.name; });
 
-struct BadBmp {
-    const char* name;
-    Bytes file;
-    const char* message;  // a piece the message must contain
-};
-
-class BadBmpTest : public ::testing::TestWithParam<BadBmp> {};
-
-TEST_P(BadBmpTest, IsRefusedWithItsReason) {
-    try {
-        ZoImageCodec::Decode(GetParam().file);
-        FAIL() << "decoded a bad BMP";
-    } catch (const ZoException& e) {
-        EXPECT_NE(std::string(e.what()).find(GetParam().message), std::string::npos) << e.what();
-    }
-}
-
-Bytes CutLast(Bytes bytes, std::size_t count) {
-    // erase, not resize: GCC's -O3 flow analysis sees resize's grow path and warns.
-    bytes.erase(bytes.end() - static_cast<std::ptrdiff_t>(count), bytes.end());
-    return bytes;
-}
-
 INSTANTIATE_TEST_SUITE_P(
-    Files, BadBmpTest,
+    Bmp, RefusedTest,
     ::testing::Values(
-        BadBmp{"HeaderCut", {'B', 'M', 0, 0, 0, 0, 0, 0, 0, 0, 54, 0, 0, 0, 40}, "corrupt"},
-        BadBmp{"PixelsCut", CutLast(Plain(2, 2, 24, {}, Bytes(16, 7)), 3), "corrupt"},
+        RefusedCase{"HeaderCut", {'B', 'M', 0, 0, 0, 0, 0, 0, 0, 0, 54, 0, 0, 0, 40}, "corrupt"},
+        RefusedCase{"PixelsCut", CutLast(Plain(2, 2, 24, {}, Bytes(16, 7)), 3), "corrupt"},
         // No declared count means a full table of 256 entries is due.
-        BadBmp{"PaletteCut", Plain(1, 1, 8, kRedGreenBlue, {}), "corrupt"},
-        BadBmp{"RunsWithoutEnd", MakeBmp(40, 4, 1, 8, 1, kRedGreenBlue, 3, std::nullopt, {4, 1}),
-               "corrupt"},
-        BadBmp{"TwoBitsAPixel", Plain(4, 1, 2, kBlackWhite, {0, 0, 0, 0}), "not supported"},
-        BadBmp{"EmbeddedJpeg", MakeBmp(40, 1, 1, 24, 4, {}, 0, std::nullopt, {0, 0, 0, 0}),
-               "not supported"},
-        BadBmp{"UnknownHeader", MakeBmp(20, 1, 1, 24, 0, {}, 0, std::nullopt, {}), "corrupt"},
-        BadBmp{"NoPixels", Plain(0, 1, 24, {}, {}), "no pixels"},
-        BadBmp{"TooWide", Plain(70000, 1, 24, {}, {}), "too large"},
-        BadBmp{"TooManyPixels", Plain(30000, 30000, 24, {}, {}), "too large"},
-        BadBmp{"MostNegativeHeight", Plain(1, INT32_MIN, 24, {}, {}), "too large"}),
+        RefusedCase{"PaletteCut", Plain(1, 1, 8, kRedGreenBlue, {}), "corrupt"},
+        RefusedCase{"RunsWithoutEnd",
+                    MakeBmp(40, 4, 1, 8, 1, kRedGreenBlue, 3, std::nullopt, {4, 1}), "corrupt"},
+        RefusedCase{"TwoBitsAPixel", Plain(4, 1, 2, kBlackWhite, {0, 0, 0, 0}), "not supported"},
+        RefusedCase{"EmbeddedJpeg", MakeBmp(40, 1, 1, 24, 4, {}, 0, std::nullopt, {0, 0, 0, 0}),
+                    "not supported"},
+        RefusedCase{"UnknownHeader", MakeBmp(20, 1, 1, 24, 0, {}, 0, std::nullopt, {}), "corrupt"},
+        RefusedCase{"NoPixels", Plain(0, 1, 24, {}, {}), "no pixels"},
+        RefusedCase{"TooWide", Plain(70000, 1, 24, {}, {}), "too large"},
+        RefusedCase{"TooManyPixels", Plain(30000, 30000, 24, {}, {}), "too large"},
+        RefusedCase{"MostNegativeHeight", Plain(1, INT32_MIN, 24, {}, {}), "too large"}),
     [](const auto& info) { return info.param.name; });
 
 }  // namespace

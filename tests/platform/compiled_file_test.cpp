@@ -5,12 +5,10 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <sstream>
 #include <thread>
 
 #include "platform/compiled_file.h"
-#include "platform/temp_directory.h"
+#include "platform/temp_folder.h"
 #include "platform/zo_exception.h"
 
 namespace {
@@ -273,21 +271,8 @@ TEST(CompiledFile, WritingBeyondTheDepthLimitThrows) {
     EXPECT_NO_THROW(ZoCompiledFile::FromBytes(file.ToBytes(), kTag));
 }
 
-std::string ReadAll(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
-class CompiledFileOnDisk : public ::testing::Test {
+class CompiledFileOnDisk : public TempFolderTest {
   protected:
-    void SetUp() override {
-        folder_ = ZoMakeTempFileName("");
-        fs::create_directories(folder_);
-        target_ = folder_ / "movie.vmb";
-    }
-
     void SaveSample(uint32_t payloadBytes) {
         ZoCompiledFile file(target_, kTag, kVersion);
         ASSERT_TRUE(file.Open(true, true));
@@ -295,8 +280,7 @@ class CompiledFileOnDisk : public ::testing::Test {
         file.Close();
     }
 
-    fs::path folder_;
-    fs::path target_;
+    const fs::path target_ = folder_ / "movie.vmb";
 };
 
 TEST_F(CompiledFileOnDisk, SavesAndLoadsThroughTheFile) {
@@ -323,14 +307,8 @@ TEST_F(CompiledFileOnDisk, ASaveKilledMidWriteLeavesTheOldFileIntact) {
             SaveSample(16u << 20);
             _exit(0);
         }
-        auto temporaryExists = [&] {
-            for (const auto& entry : fs::directory_iterator(folder_)) {
-                if (entry.path().extension() == ".part")
-                    return true;
-            }
-            return false;
-        };
-        while (!temporaryExists() && waitpid(child, nullptr, WNOHANG) == 0)
+        // The temporary is the folder's second file.
+        while (FileCount() < 2 && waitpid(child, nullptr, WNOHANG) == 0)
             std::this_thread::yield();
         std::this_thread::sleep_for(std::chrono::microseconds(delayMicroseconds));
         kill(child, SIGKILL);

@@ -4,22 +4,27 @@
 #include <zlib.h>
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 
 #include "platform/image_codec.h"
 #include "platform/image_test_files.h"
-#include "platform/temp_directory.h"
+#include "platform/temp_folder.h"
 #include "platform/zo_exception.h"
 
 namespace {
 
 using ImageTestFiles::Bytes;
+using ImageTestFiles::CutLast;
 using ImageTestFiles::DecodeCase;
 using ImageTestFiles::DecodeTest;
-using ImageTestFiles::Expected;
-using ImageTestFiles::GifSource;
+using ImageTestFiles::EncodeGif;
+using ImageTestFiles::EncodeJpeg;
+using ImageTestFiles::EncodePng;
 using ImageTestFiles::JpegSource;
+using ImageTestFiles::Pixels;
 using ImageTestFiles::PngSource;
+using ImageTestFiles::RefusedCase;
+using ImageTestFiles::RefusedTest;
+using namespace ImageTestFiles::Rgba;
 
 // Largest difference of any channel; lossy formats are compared within it.
 int MaxDifference(const Bytes& a, const Bytes& b) {
@@ -59,67 +64,48 @@ TEST_P(DecodeTest, GivesExpectedPicture) {
 INSTANTIATE_TEST_SUITE_P(
     Png, DecodeTest,
     ::testing::Values(
-        DecodeCase{
-            "Rgb8",
-            ImageTestFiles::EncodePng({2, 1, PNG_COLOR_TYPE_RGB, 8, {10, 20, 30, 40, 50, 60}}),
-            {2, 1, {10, 20, 30, 255, 40, 50, 60, 255}}},
-        DecodeCase{
-            "Rgba8",
-            ImageTestFiles::EncodePng({2, 1, PNG_COLOR_TYPE_RGBA, 8, {1, 2, 3, 0, 4, 5, 6, 128}}),
-            {2, 1, {1, 2, 3, 0, 4, 5, 6, 128}, true}},
+        DecodeCase{"Rgb8",
+                   EncodePng({2, 1, PNG_COLOR_TYPE_RGB, 8, {10, 20, 30, 40, 50, 60}}),
+                   {2, 1, {10, 20, 30, 255, 40, 50, 60, 255}}},
+        DecodeCase{"Rgba8",
+                   EncodePng({2, 1, PNG_COLOR_TYPE_RGBA, 8, {1, 2, 3, 0, 4, 5, 6, 128}}),
+                   {2, 1, {1, 2, 3, 0, 4, 5, 6, 128}, true}},
         DecodeCase{"Rgba8AllOpaqueHasNoAlpha",
-                   ImageTestFiles::EncodePng({1, 1, PNG_COLOR_TYPE_RGBA, 8, {7, 8, 9, 255}}),
+                   EncodePng({1, 1, PNG_COLOR_TYPE_RGBA, 8, {7, 8, 9, 255}}),
                    {1, 1, {7, 8, 9, 255}}},
-        DecodeCase{"Grey8",
-                   ImageTestFiles::EncodePng({3, 1, PNG_COLOR_TYPE_GRAY, 8, {0, 128, 255}}),
-                   {3, 1, {0, 0, 0, 255, 128, 128, 128, 255, 255, 255, 255, 255}}},
         DecodeCase{"Grey2Packed",
-                   ImageTestFiles::EncodePng({4, 1, PNG_COLOR_TYPE_GRAY, 2, {0x1B}}),
+                   EncodePng({4, 1, PNG_COLOR_TYPE_GRAY, 2, {0x1B}}),
                    {4, 1, {0, 0, 0, 255, 85, 85, 85, 255, 170, 170, 170, 255, 255, 255, 255, 255}}},
         DecodeCase{"GreyAlpha8",
-                   ImageTestFiles::EncodePng({1, 1, PNG_COLOR_TYPE_GRAY_ALPHA, 8, {200, 100}}),
+                   EncodePng({1, 1, PNG_COLOR_TYPE_GRAY_ALPHA, 8, {200, 100}}),
                    {1, 1, {200, 200, 200, 100}, true}},
-        DecodeCase{
-            "Grey16",
-            ImageTestFiles::EncodePng({2, 1, PNG_COLOR_TYPE_GRAY, 16, {0x12, 0x34, 0xFF, 0xFF}}),
-            {2, 1, {0x12, 0x12, 0x12, 255, 255, 255, 255, 255}}},
-        DecodeCase{"Rgb16",
-                   ImageTestFiles::EncodePng(
-                       {1, 1, PNG_COLOR_TYPE_RGB, 16, {0xFF, 0xFF, 0x80, 0x80, 0, 0}}),
-                   {1, 1, {255, 128, 0, 255}}},
+        DecodeCase{"Grey16",
+                   EncodePng({2, 1, PNG_COLOR_TYPE_GRAY, 16, {0x12, 0x34, 0xFF, 0xFF}}),
+                   {2, 1, {0x12, 0x12, 0x12, 255, 255, 255, 255, 255}}},
         DecodeCase{
             "Rgba16KeepsStraightColourUnderPartialAlpha",
-            ImageTestFiles::EncodePng(
+            EncodePng(
                 {1, 1, PNG_COLOR_TYPE_RGBA, 16, {0x80, 0x80, 0x40, 0x40, 0x20, 0x20, 0x80, 0x80}}),
             {1, 1, {128, 64, 32, 128}, true}},
-        DecodeCase{"Palette8",
-                   ImageTestFiles::EncodePng(
-                       {2, 1, PNG_COLOR_TYPE_PALETTE, 8, {1, 0}, {255, 0, 0, 0, 0, 255}}),
-                   {2, 1, {0, 0, 255, 255, 255, 0, 0, 255}}},
-        DecodeCase{"Palette1WithTransparentEntry",
-                   ImageTestFiles::EncodePng(
-                       {3, 1, PNG_COLOR_TYPE_PALETTE, 1, {0x40}, {9, 9, 9, 255, 255, 255}, {0}}),
-                   {3, 1, {9, 9, 9, 0, 255, 255, 255, 255, 9, 9, 9, 0}, true}},
-        DecodeCase{"RgbWithKeyColour",
-                   ImageTestFiles::EncodePng(
-                       {2, 1, PNG_COLOR_TYPE_RGB, 8, {10, 20, 30, 1, 2, 3}, {}, {10, 20, 30}}),
-                   {2, 1, {10, 20, 30, 0, 1, 2, 3, 255}, true}}),
+        DecodeCase{
+            "Palette1WithTransparentEntry",
+            EncodePng({3, 1, PNG_COLOR_TYPE_PALETTE, 1, {0x40}, {9, 9, 9, 255, 255, 255}, {0}}),
+            {3, 1, {9, 9, 9, 0, 255, 255, 255, 255, 9, 9, 9, 0}, true}},
+        DecodeCase{
+            "RgbWithKeyColour",
+            EncodePng({2, 1, PNG_COLOR_TYPE_RGB, 8, {10, 20, 30, 1, 2, 3}, {}, {10, 20, 30}}),
+            {2, 1, {10, 20, 30, 0, 1, 2, 3, 255}, true}},
+        // 9 x 9 puts pixels into every one of the seven Adam7 passes.
+        DecodeCase{"Interlaced",
+                   EncodePng({9, 9, PNG_COLOR_TYPE_RGBA, 8, Gradient(9, 9, 4), {}, {}, true}),
+                   {9, 9, Gradient(9, 9, 4)}}),
     [](const auto& info) { return info.param.name; });
-
-TEST(PngDecode, InterlacedMatchesProgressiveRows) {
-    // 9 x 9 puts pixels into every one of the seven Adam7 passes.
-    PngSource source{9, 9, PNG_COLOR_TYPE_RGBA, 8, Gradient(9, 9, 4)};
-    source.interlaced = true;
-    const ZoDecodedImage interlaced = ZoImageCodec::Decode(ImageTestFiles::EncodePng(source));
-    EXPECT_EQ(interlaced.rgba, source.samples);
-    source.interlaced = false;
-    EXPECT_EQ(ZoImageCodec::Decode(ImageTestFiles::EncodePng(source)).rgba, interlaced.rgba);
-}
 
 struct JpegCase {
     const char* name;
     int components;
     bool progressive;
+    bool baseline;  // what a Flash player can show from the file's own bytes
 };
 
 class JpegDecodeTest : public ::testing::TestWithParam<JpegCase> {};
@@ -140,37 +126,23 @@ TEST_P(JpegDecodeTest, MatchesWithinLossyTolerance) {
         const uint8_t cmyk[] = {expected[i], expected[i + 1], expected[i + 2], 255};
         source.samples.insert(source.samples.end(), cmyk, cmyk + c.components);
     }
-    const ZoDecodedImage image = ZoImageCodec::Decode(ImageTestFiles::EncodeJpeg(source));
+    const Bytes file = EncodeJpeg(source);
+    const ZoDecodedImage image = ZoImageCodec::Decode(file);
     EXPECT_EQ(image.format, ZoImageFormat::Jpeg);
     EXPECT_EQ(image.width, width);
     EXPECT_EQ(image.height, height);
     EXPECT_FALSE(image.hasAlpha);
     EXPECT_LE(MaxDifference(image.rgba, expected), 12);
+    EXPECT_EQ(ZoImageCodec::IsBaselineJpeg(file), c.baseline);
+    EXPECT_FALSE(ZoImageCodec::IsBaselineJpeg(Bytes(file.begin(), file.begin() + 4)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, JpegDecodeTest,
-                         ::testing::Values(JpegCase{"Baseline", 3, false},
-                                           JpegCase{"Progressive", 3, true},
-                                           JpegCase{"Grey", 1, false},
-                                           JpegCase{"AdobeCmyk", 4, false}),
+                         ::testing::Values(JpegCase{"Baseline", 3, false, true},
+                                           JpegCase{"Progressive", 3, true, false},
+                                           JpegCase{"Grey", 1, false, true},
+                                           JpegCase{"AdobeCmyk", 4, false, false}),
                          [](const auto& info) { return info.param.name; });
-
-TEST(JpegKind, OnlySequentialGreyOrYCbCrCountsAsBaseline) {
-    const struct {
-        int components;
-        bool progressive;
-        bool baseline;
-    } cases[] = {{3, false, true}, {1, false, true}, {3, true, false}, {4, false, false}};
-    for (const auto& c : cases) {
-        const Bytes jpeg = ImageTestFiles::EncodeJpeg(
-            {8, 8, c.components, c.progressive, Bytes(std::size_t(64 * c.components), 90)});
-        EXPECT_EQ(ZoImageCodec::IsBaselineJpeg(jpeg), c.baseline)
-            << c.components << " components, progressive " << c.progressive;
-        EXPECT_FALSE(ZoImageCodec::IsBaselineJpeg(Bytes(jpeg.begin(), jpeg.begin() + 4)));
-    }
-    EXPECT_FALSE(ZoImageCodec::IsBaselineJpeg(
-        ImageTestFiles::EncodePng({1, 1, PNG_COLOR_TYPE_GRAY, 8, {0}})));
-}
 
 // Red, green, blue and white.
 const Bytes kFourColours = {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255};
@@ -178,44 +150,35 @@ const Bytes kFourColours = {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255};
 INSTANTIATE_TEST_SUITE_P(
     Gif, DecodeTest,
     ::testing::Values(
-        DecodeCase{
-            "Plain",
-            ImageTestFiles::EncodeGif({2, 2, 0, 0, 2, 2, false, -1, kFourColours, {0, 1, 2, 3}}),
-            {2, 2, {255, 0, 0, 255, 0, 255, 0, 255, 0, 0, 255, 255, 255, 255, 255, 255}}},
+        DecodeCase{"Plain",
+                   EncodeGif({2, 2, 0, 0, 2, 2, false, -1, kFourColours, {0, 1, 2, 3}}),
+                   {2, 2, Pixels({R, G, B, W})}},
         DecodeCase{"TransparentIndexKeepsItsColourOpaque",
-                   ImageTestFiles::EncodeGif({2, 1, 0, 0, 2, 1, false, 1, kFourColours, {1, 3}}),
-                   {2, 1, {0, 255, 0, 255, 255, 255, 255, 255}, false, 0x0000FF00}},
-        DecodeCase{
-            "Interlaced",
-            ImageTestFiles::EncodeGif({1, 5, 0, 0, 1, 5, true, -1, kFourColours, {0, 1, 2, 3, 0}}),
-            {1, 5, {255, 0,   0,   255, 0,   255, 0,   255, 0, 0,
-                    255, 255, 255, 255, 255, 255, 255, 0,   0, 255}}},
+                   EncodeGif({2, 1, 0, 0, 2, 1, false, 1, kFourColours, {1, 3}}),
+                   {2, 1, Pixels({G, W}), false, 0x0000FF00}},
+        DecodeCase{"Interlaced",
+                   EncodeGif({1, 5, 0, 0, 1, 5, true, -1, kFourColours, {0, 1, 2, 3, 0}}),
+                   {1, 5, Pixels({R, G, B, W, R})}},
         DecodeCase{"UncoveredScreenIsSeeThrough",
-                   ImageTestFiles::EncodeGif({3, 2, 1, 1, 1, 1, false, -1, kFourColours, {2}}),
-                   {3,
-                    2,
-                    {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 255, 255, 0, 0, 0, 0},
-                    true}},
+                   EncodeGif({3, 2, 1, 1, 1, 1, false, -1, kFourColours, {2}}),
+                   {3, 2, Pixels({Clear, Clear, Clear, Clear, B, Clear}), true}},
         DecodeCase{"UncoveredScreenTakesTransparentColour",
-                   ImageTestFiles::EncodeGif({2, 1, 1, 0, 1, 1, false, 3, kFourColours, {0}}),
-                   {2, 1, {255, 255, 255, 255, 255, 0, 0, 255}, false, 0x00FFFFFF}},
+                   EncodeGif({2, 1, 1, 0, 1, 1, false, 3, kFourColours, {0}}),
+                   {2, 1, Pixels({W, R}), false, 0x00FFFFFF}},
         DecodeCase{"FrameBeyondScreenWidensPicture",
-                   ImageTestFiles::EncodeGif({1, 1, 1, 0, 1, 1, false, -1, kFourColours, {1}}),
-                   {2, 1, {0, 0, 0, 0, 0, 255, 0, 255}, true}}),
+                   EncodeGif({1, 1, 1, 0, 1, 1, false, -1, kFourColours, {1}}),
+                   {2, 1, Pixels({Clear, G}), true}}),
     [](const auto& info) { return info.param.name; });
 
 // One small valid file of each format, for the failure tests.
 Bytes SmallPng() {
-    return ImageTestFiles::EncodePng({8, 8, PNG_COLOR_TYPE_RGB, 8, Gradient(8, 8, 3)});
+    return EncodePng({8, 8, PNG_COLOR_TYPE_RGB, 8, Gradient(8, 8, 3)});
 }
-Bytes SmallJpeg() {
-    return ImageTestFiles::EncodeJpeg({8, 8, 3, false, Gradient(8, 8, 3)});
-}
-Bytes SmallProgressiveJpeg() {
-    return ImageTestFiles::EncodeJpeg({16, 16, 3, true, Gradient(16, 16, 3)});
+Bytes SmallJpeg(int side = 8, bool progressive = false) {
+    return EncodeJpeg({side, side, 3, progressive, Gradient(side, side, 3)});
 }
 Bytes SmallGif() {
-    return ImageTestFiles::EncodeGif({4, 4, 0, 0, 4, 4, false, -1, kFourColours, Bytes(16, 2)});
+    return EncodeGif({4, 4, 0, 0, 4, 4, false, -1, kFourColours, Bytes(16, 2)});
 }
 
 Bytes Cut(Bytes bytes, std::size_t keep) {
@@ -223,45 +186,10 @@ Bytes Cut(Bytes bytes, std::size_t keep) {
     return bytes;
 }
 
-struct BadCase {
-    const char* name;
-    Bytes bytes;
-};
-
-class CorruptDataTest : public ::testing::TestWithParam<BadCase> {};
-
-TEST_P(CorruptDataTest, ThrowsZoException) {
-    EXPECT_THROW(ZoImageCodec::Decode(GetParam().bytes), ZoException);
-}
-
 Bytes FlipByte(Bytes bytes, std::size_t at) {
     bytes[at] ^= 0x5A;
     return bytes;
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Files, CorruptDataTest,
-    ::testing::Values(BadCase{"Empty", {}}, BadCase{"Text", {'h', 'e', 'l', 'l', 'o'}},
-                      BadCase{"PngSignatureOnly", Cut(SmallPng(), 8)},
-                      BadCase{"PngCutInHeader", Cut(SmallPng(), 20)},
-                      BadCase{"PngCutInData", Cut(SmallPng(), SmallPng().size() / 2)},
-                      BadCase{"PngCutInLastChecksum", Cut(SmallPng(), SmallPng().size() - 14)},
-                      BadCase{"PngDamagedData", FlipByte(SmallPng(), SmallPng().size() - 20)},
-                      BadCase{"JpegMarkerOnly", Cut(SmallJpeg(), 3)},
-                      BadCase{"JpegCutInHeader", Cut(SmallJpeg(), 100)},
-                      BadCase{"JpegCutInData", Cut(SmallJpeg(), SmallJpeg().size() - 40)},
-                      BadCase{"ProgressiveJpegCutInData",
-                              Cut(SmallProgressiveJpeg(), SmallProgressiveJpeg().size() - 40)},
-                      BadCase{"GifSignatureOnly", Cut(SmallGif(), 6)},
-                      BadCase{"GifCutBeforeImage", Cut(SmallGif(), 13 + 12)},
-                      BadCase{"GifCutInData", Cut(SmallGif(), SmallGif().size() - 6)},
-                      // Found by fuzzing: giflib has no message for this one.
-                      BadCase{"GifOddControlBlockAndNoImage",
-                              {'G',  'I',  'F',  '8',  '9',  'a',  5,    0,    6,    0,
-                               0x91, 0,    0,    0xFF, 0,    0xF2, 0,    0xFF, 0,    0,
-                               0,    0xFF, 0xFF, 0xFF, 0xFF, 0x21, 0xF9, 7,    0x44, 0x64,
-                               0x22, 3,    0x1C, 0x37, 0x0A, 0,    0x3B}}),
-    [](const auto& info) { return info.param.name; });
 
 void PutBigEndian32(Bytes& bytes, std::size_t at, uint32_t value) {
     for (int i = 0; i < 4; ++i) {
@@ -299,41 +227,62 @@ Bytes GifClaiming(uint16_t width, uint16_t height) {
     return gif;
 }
 
-TEST(PngDecode, DataTooShortForTheClaimedSizeIsRefusedBeforeAllocating) {
+// The one refusal test; each format's bad files instantiate it.
+TEST_P(RefusedTest, ThrowsWithItsReason) {
+    const RefusedCase& c = GetParam();
     try {
-        ZoImageCodec::Decode(PngClaiming(8000, 8000));
-        FAIL() << "decoded a forged PNG";
+        ZoImageCodec::Decode(c.file);
+        FAIL() << "decoded a bad file";
     } catch (const ZoException& e) {
-        EXPECT_NE(std::string(e.what()).find("cut short"), std::string::npos) << e.what();
+        EXPECT_NE(std::string(e.what()).find(c.message), std::string::npos) << e.what();
     }
-    // A real file compressed about as far as deflate goes still decodes.
-    PngSource blank{2000, 1000, PNG_COLOR_TYPE_GRAY, 8, Bytes(2000 * 1000, 0)};
-    blank.transparency = {255};
-    const Bytes file = ImageTestFiles::EncodePng(blank);
+    // A hostile size must not get past the header reader either.
+    if (std::string_view(c.message) == "too large") {
+        EXPECT_EQ(ZoImageCodec::PeekSize(c.file), std::nullopt);
+    }
+}
+
+constexpr const char* kCorrupt = "corrupt or truncated";
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, RefusedTest,
+    ::testing::Values(
+        RefusedCase{"Empty", {}, "not a picture"},
+        RefusedCase{"Text", {'h', 'e', 'l', 'l', 'o'}, "not a picture"},
+        RefusedCase{"PngSignatureOnly", Cut(SmallPng(), 8), kCorrupt},
+        RefusedCase{"PngCutInHeader", Cut(SmallPng(), 20), kCorrupt},
+        RefusedCase{"PngCutInData", Cut(SmallPng(), SmallPng().size() / 2), kCorrupt},
+        RefusedCase{"PngCutInLastChecksum", CutLast(SmallPng(), 14), kCorrupt},
+        RefusedCase{"PngDamagedData", FlipByte(SmallPng(), SmallPng().size() - 20), kCorrupt},
+        // Too little data to inflate to the claimed size: refused before allocating.
+        RefusedCase{"PngForgedSizeIsCutShort", PngClaiming(8000, 8000), "cut short"},
+        RefusedCase{"JpegMarkerOnly", Cut(SmallJpeg(), 3), kCorrupt},
+        RefusedCase{"JpegCutInHeader", Cut(SmallJpeg(), 100), kCorrupt},
+        RefusedCase{"JpegCutInData", CutLast(SmallJpeg(), 40), kCorrupt},
+        RefusedCase{"ProgressiveJpegCutInData", CutLast(SmallJpeg(16, true), 40), kCorrupt},
+        RefusedCase{"GifSignatureOnly", Cut(SmallGif(), 6), kCorrupt},
+        RefusedCase{"GifCutBeforeImage", Cut(SmallGif(), 13 + 12), kCorrupt},
+        RefusedCase{"GifCutInData", CutLast(SmallGif(), 6), kCorrupt},
+        // Found by fuzzing: giflib has no message for this one.
+        RefusedCase{"GifOddControlBlockAndNoImage",
+                    {'G',  'I', 'F',  '8',  '9',  'a', 5,    0,    6,    0,    0x91, 0,    0,
+                     0xFF, 0,   0xF2, 0,    0xFF, 0,   0,    0,    0xFF, 0xFF, 0xFF, 0xFF, 0x21,
+                     0xF9, 7,   0x44, 0x64, 0x22, 3,   0x1C, 0x37, 0x0A, 0,    0x3B},
+                    kCorrupt},
+        RefusedCase{"PngTooWide", PngClaiming(70000, 1), "too large"},
+        RefusedCase{"PngJustTooWide", PngClaiming(16385, 1), "too large"},
+        RefusedCase{"JpegJustTooTall", JpegClaiming(1, 16385), "too large"},
+        RefusedCase{"PngTooManyPixels", PngClaiming(40000, 40000), "too large"},
+        RefusedCase{"JpegTooManyPixels", JpegClaiming(60000, 60000), "too large"},
+        RefusedCase{"GifTooManyPixels", GifClaiming(65535, 65535), "too large"}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(PngDecode, ARealFileCompressedAsFarAsDeflateGoesStillDecodes) {
+    PngSource blank{2000, 1000, PNG_COLOR_TYPE_GRAY, 8, Bytes(2000 * 1000, 0), {}, {255}};
+    const Bytes file = EncodePng(blank);
     EXPECT_GT(blank.samples.size() / file.size(), 500u);
     EXPECT_EQ(ZoImageCodec::Decode(file).width, 2000);
 }
-
-class HostileSizeTest : public ::testing::TestWithParam<BadCase> {};
-
-TEST_P(HostileSizeTest, IsRefusedBeforeDecoding) {
-    try {
-        ZoImageCodec::Decode(GetParam().bytes);
-        FAIL() << "decoded a picture of a hostile size";
-    } catch (const ZoException& e) {
-        EXPECT_NE(std::string(e.what()).find("too large"), std::string::npos) << e.what();
-    }
-    EXPECT_EQ(ZoImageCodec::PeekSize(GetParam().bytes), std::nullopt);
-}
-
-INSTANTIATE_TEST_SUITE_P(Files, HostileSizeTest,
-                         ::testing::Values(BadCase{"PngTooWide", PngClaiming(70000, 1)},
-                                           BadCase{"PngJustTooWide", PngClaiming(16385, 1)},
-                                           BadCase{"JpegJustTooTall", JpegClaiming(1, 16385)},
-                                           BadCase{"PngTooManyPixels", PngClaiming(40000, 40000)},
-                                           BadCase{"JpegTooManyPixels", JpegClaiming(60000, 60000)},
-                                           BadCase{"GifTooManyPixels", GifClaiming(65535, 65535)}),
-                         [](const auto& info) { return info.param.name; });
 
 TEST(ImageCodec, DetectsFormatsAndPeeksSizesWithoutDecoding) {
     const struct {
@@ -354,26 +303,10 @@ TEST(ImageCodec, DetectsFormatsAndPeeksSizesWithoutDecoding) {
         EXPECT_EQ(ZoImageCodec::DetectFormat(c.bytes), c.format);
         EXPECT_EQ(ZoImageCodec::PeekSize(c.bytes), c.size);
     }
+    EXPECT_FALSE(ZoImageCodec::IsBaselineJpeg(SmallPng()));
 }
 
-class ImageFileTest : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        folder_ = ZoMakeTempFileName("");
-        std::filesystem::create_directories(folder_);
-    }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
-
-    std::filesystem::path Write(const char* name, const Bytes& bytes) {
-        const std::filesystem::path path = folder_ / name;
-        std::ofstream(path, std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()),
-                   static_cast<std::streamsize>(bytes.size()));
-        return path;
-    }
-
-    std::filesystem::path folder_;
-};
+using ImageFileTest = TempFolderTest;
 
 TEST_F(ImageFileTest, LoadsByContentNotByExtension) {
     const auto jpeg = Write("photo.png", SmallJpeg());
@@ -414,9 +347,9 @@ TEST(BuiltInPicture, NamesChooseBetweenTwoOpaquePictures) {
     }
     EXPECT_NE(first.rgba, second.rgba);
     EXPECT_EQ(&ZoBuiltInPicture("<Anything else>"), &first);
-    EXPECT_EQ(ZoImageCodec::PeekSize(std::span(
-                  reinterpret_cast<const uint8_t*>(ZoBuiltInPictureFile("<PreviewImage2>").data()),
-                  ZoBuiltInPictureFile("<PreviewImage2>").size())),
+    const std::string_view file = ZoBuiltInPictureFile("<PreviewImage2>");
+    EXPECT_EQ(ZoImageCodec::PeekSize(
+                  std::span(reinterpret_cast<const uint8_t*>(file.data()), file.size())),
               (ZoSize{182, 202}));
 }
 

@@ -6,8 +6,8 @@
 #include "platform/image_codec.h"
 
 #include <cstdint>
+#include <initializer_list>
 #include <ostream>
-#include <utility>
 #include <vector>
 
 namespace ImageTestFiles {
@@ -19,23 +19,14 @@ using Bytes = std::vector<uint8_t>;
 /// `transparency` is the tRNS chunk's content: alpha per palette entry, or
 /// the key sample(s) for grey and RGB.
 struct PngSource {
-    PngSource(int w, int h, int type, int depth, Bytes data, Bytes colours = {},
-              std::vector<uint16_t> alpha = {})
-        : width(w),
-          height(h),
-          colourType(type),
-          bitDepth(depth),
-          samples(std::move(data)),
-          palette(std::move(colours)),
-          transparency(std::move(alpha)) {}
     int width = 0;
     int height = 0;
     int colourType = 0;  // PNG_COLOR_TYPE_*
     int bitDepth = 8;
+    Bytes samples{};
+    Bytes palette{};
+    std::vector<uint16_t> transparency{};
     bool interlaced = false;
-    Bytes samples;
-    Bytes palette;
-    std::vector<uint16_t> transparency;
 };
 Bytes EncodePng(const PngSource& source);
 
@@ -46,7 +37,7 @@ struct JpegSource {
     int height = 0;
     int components = 3;
     bool progressive = false;
-    Bytes samples;
+    Bytes samples{};
 };
 Bytes EncodeJpeg(const JpegSource& source);
 
@@ -65,18 +56,37 @@ struct GifSource {
 };
 Bytes EncodeGif(const GifSource& source);
 
+/// `bytes` without its last `count` bytes.
+inline Bytes CutLast(Bytes bytes, std::size_t count) {
+    // erase, not resize: GCC's -O3 flow analysis sees resize's grow path and warns.
+    bytes.erase(bytes.end() - static_cast<std::ptrdiff_t>(count), bytes.end());
+    return bytes;
+}
+
+/// Opaque red, green, blue, white and black, and see-through, as RGBA pixels.
+namespace Rgba {
+inline constexpr uint8_t R[] = {255, 0, 0, 255};
+inline constexpr uint8_t G[] = {0, 255, 0, 255};
+inline constexpr uint8_t B[] = {0, 0, 255, 255};
+inline constexpr uint8_t W[] = {255, 255, 255, 255};
+inline constexpr uint8_t K[] = {0, 0, 0, 255};
+inline constexpr uint8_t Clear[] = {0, 0, 0, 0};
+}  // namespace Rgba
+
+/// The RGBA bytes of `pixels`, in order.
+inline Bytes Pixels(std::initializer_list<const uint8_t*> pixels) {
+    Bytes rgba;
+    for (const uint8_t* p : pixels) {
+        rgba.insert(rgba.end(), p, p + 4);
+    }
+    return rgba;
+}
+
 /// What a decoded picture should be.
 struct Expected {
-    Expected(int32_t w, int32_t h, Bytes pixels, bool alpha = false,
-             COLORREF transparent = kZoNoColour)
-        : width(w),
-          height(h),
-          rgba(std::move(pixels)),
-          hasAlpha(alpha),
-          transparentColour(transparent) {}
-    int32_t width;
-    int32_t height;
-    Bytes rgba;
+    int32_t width = 0;
+    int32_t height = 0;
+    Bytes rgba{};
     bool hasAlpha = false;
     COLORREF transparentColour = kZoNoColour;
 };
@@ -96,5 +106,19 @@ inline void PrintTo(const DecodeCase& c, std::ostream* out) {
 /// Decodes each case's file and checks every field of the picture and the
 /// size PeekSize reads from the headers (the test lives in image_codec_test).
 class DecodeTest : public ::testing::TestWithParam<DecodeCase> {};
+
+/// A file Decode must refuse, and a piece of the message it must give.
+struct RefusedCase {
+    const char* name;
+    Bytes file;
+    const char* message;
+};
+
+inline void PrintTo(const RefusedCase& c, std::ostream* out) {
+    *out << c.name;
+}
+
+/// Each format's refused files instantiate this one test (in image_codec_test).
+class RefusedTest : public ::testing::TestWithParam<RefusedCase> {};
 
 }  // namespace ImageTestFiles

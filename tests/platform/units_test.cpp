@@ -28,9 +28,4 @@ TEST(FrameArithmetic, HoldFramesRoundHalvesUp) {
     }
 }
 
-TEST(Units, DegreesToRadiansIsTheStoredFactor) {
-    EXPECT_DOUBLE_EQ(180 * kZoDegreesToRadians, 3.141592653589793);
-    EXPECT_EQ(ZoPixelsToTwips(182), 3640);
-}
-
 }  // namespace
