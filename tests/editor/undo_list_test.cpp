@@ -89,35 +89,29 @@ TEST(ZoEditTransaction, FailedActionIsDroppedAndUncommittedTransactionRollsBackS
     EXPECT_TRUE(target.calls.empty());
 }
 
-TEST(ZoUndoList, AddCommitsOnceAndUndoRedoDeliverTheSameBatch) {
+TEST(ZoUndoList, AddCommitsOnceAndUndoRedoDeliverTheSameBatchAndAlwaysNotify) {
     CountingUndoList list;
+    EXPECT_FALSE(list.Undo());
+    EXPECT_FALSE(list.Redo());
+    EXPECT_EQ(list.onUndoRedoCalls, 2);
     RecordingTarget target;
     int value = 0;
     Commit(list, value, 2, "Two", &target);
     ASSERT_EQ(target.calls.size(), 1u);
     EXPECT_FALSE(target.calls[0].reversed);
-    EXPECT_EQ(list.onUndoRedoCalls, 1);
+    EXPECT_FALSE(list.Redo());  // at the end
+    EXPECT_EQ(value, 2);
+    EXPECT_EQ(list.onUndoRedoCalls, 4);
 
     EXPECT_TRUE(list.Undo());
     EXPECT_EQ(value, 0);
     EXPECT_TRUE(list.Redo());
     EXPECT_EQ(value, 2);
+    EXPECT_EQ(list.GetPosition(), 1);
     ASSERT_EQ(target.calls.size(), 3u);
     EXPECT_TRUE(target.calls[1].reversed);
     EXPECT_FALSE(target.calls[2].reversed);
-    EXPECT_EQ(list.onUndoRedoCalls, 3);
-}
-
-TEST(ZoUndoList, UndoAtStartAndRedoAtEndDoNothingButStillNotify) {
-    CountingUndoList list;
-    EXPECT_FALSE(list.Undo());
-    EXPECT_FALSE(list.Redo());
-    EXPECT_EQ(list.onUndoRedoCalls, 2);
-    int value = 0;
-    Commit(list, value, 1, "One");
-    EXPECT_FALSE(list.Redo());
-    EXPECT_EQ(value, 1);
-    EXPECT_EQ(list.GetPosition(), 1);
+    EXPECT_EQ(list.onUndoRedoCalls, 6);
 }
 
 TEST(ZoUndoList, TransactionNotBegunIsRefusedAndRolledBackByItsOwner) {
@@ -138,47 +132,37 @@ TEST(ZoUndoList, TransactionNotBegunIsRefusedAndRolledBackByItsOwner) {
     EXPECT_FALSE(list.IsModified());
 }
 
-TEST(ZoUndoList, NewChangeAfterUndoDropsTheRedoPart) {
+TEST(ZoUndoList, NewChangeAfterUndoDropsTheRedoPartAndItsSavedState) {
     ZoUndoList list;
     int value = 0;
     Commit(list, value, 1, "A");
     Commit(list, value, 10, "B");
-    Commit(list, value, 100, "C");
-    list.Undo();
-    list.Undo();
-    EXPECT_EQ(value, 1);
-    Commit(list, value, 1000, "D");
-    EXPECT_EQ(list.GetCount(), 2);
-    EXPECT_EQ(list.GetPosition(), 2);
-    EXPECT_FALSE(list.CanRedo());
-    EXPECT_EQ(list.GetName(0), "A");
-    EXPECT_EQ(list.GetName(1), "D");
-    EXPECT_EQ(value, 1001);
-}
-
-TEST(ZoUndoList, ModifiedTracksTheSavedPosition) {
-    ZoUndoList list;
-    int value = 0;
-    Commit(list, value, 1, "A");
-    Commit(list, value, 2, "B");
     list.MarkSaved();
     EXPECT_FALSE(list.IsModified());
     list.Undo();
     EXPECT_TRUE(list.IsModified());
     list.Redo();
     EXPECT_FALSE(list.IsModified());
+    Commit(list, value, 100, "C");
 
     // The saved state sits in the redo part that a new change throws away;
     // reaching the same position again must not look saved.
     list.Undo();
-    Commit(list, value, 5, "C");
+    list.Undo();
+    EXPECT_EQ(value, 1);
+    Commit(list, value, 1000, "D");
     EXPECT_EQ(list.GetPosition(), 2);
     EXPECT_TRUE(list.IsModified());
+    EXPECT_EQ(list.GetCount(), 2);
+    EXPECT_FALSE(list.CanRedo());
+    EXPECT_EQ(list.GetName(0), "A");
+    EXPECT_EQ(list.GetName(1), "D");
+    EXPECT_EQ(value, 1001);
 
     list.Clear();
     EXPECT_FALSE(list.IsModified());
     EXPECT_EQ(list.GetCount(), 0);
-    EXPECT_EQ(value, 6);  // clearing rolls nothing back
+    EXPECT_EQ(value, 1001);  // clearing rolls nothing back
 }
 
 TEST(ZoUndoList, FailuresKeepThePositionAndTheValueAndAreReported) {
