@@ -133,13 +133,6 @@ TEST(RtfReader, CharacterKeywords) {
     }
 }
 
-TEST(RtfReader, IdsAreIgnoredWhenSuppressed) {
-    ZoRichText document;
-    document.SelectAll();
-    ASSERT_TRUE(document.ReadRTF("{\\rtf1\\id7 x}", true));
-    EXPECT_TRUE(FormatOf(document, "x").Ids().empty());
-}
-
 TEST(RtfReader, SpecialCharactersAndEscapes) {
     struct Case {
         const char* rtf;
@@ -229,13 +222,14 @@ TEST(RtfReader, RejectsTextThatIsNotRtf) {
     }
 }
 
-TEST(RtfReader, InsertsAtTheSelection) {
+TEST(RtfReader, InsertsAtTheSelectionWithoutIdsWhenAsked) {
     ZoRichText document;
     document.InsertText(0, "Hello world");
     document.SetSelection(6, 11);
-    ASSERT_TRUE(document.ReadRTF("{\\rtf1 {\\b there}, you}", false));
+    ASSERT_TRUE(document.ReadRTF("{\\rtf1 {\\b\\id7 there}, you}", true));
     EXPECT_EQ(document.Text(), "Hello there, you\n");
     EXPECT_TRUE(FormatOf(document, "there").IsBold());
+    EXPECT_TRUE(FormatOf(document, "there").Ids().empty());
     EXPECT_FALSE(FormatOf(document, ", you").IsBold());
     EXPECT_EQ(document.SelectionStart(), 16u);
 }

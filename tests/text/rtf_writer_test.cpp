@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "text/rich_text.h"
 
 namespace {
@@ -12,11 +10,6 @@ ZoString Rtf(ZoRichText& document) {
     return rtf;
 }
 
-void Format(ZoRichText& document, size_t start, size_t end,
-            const std::function<void(ZoTextFormat&)>& change) {
-    document.ModifyFormat(start, end, change);
-}
-
 // What follows the header and the two tables.
 ZoString Body(const ZoString& rtf) {
     return rtf.substr(rtf.find("}\n\\plain") + 2);
@@ -24,20 +17,12 @@ ZoString Body(const ZoString& rtf) {
 
 }  // namespace
 
-TEST(RtfWriter, EmptyDocumentInTheDefaultStyle) {
-    ZoRichText document;
-    EXPECT_EQ(Rtf(document),
-              "{\\rtf1\\ansi\\deff0\n{\\fonttbl{\\f0 Times New Roman;}}\n"
-              "{\\colortbl\\red0\\green0\\blue0;}\n"
-              "\\plain\\f0\\fs24 \\pard\\ql\\sl288\\li0\\ri0\\fi0 }");
-}
-
 TEST(RtfWriter, FontsListedHighestNumberFirstAndColoursInIndexOrder) {
     ZoRichText document;
     document.InsertText(0, "Hi there");
     // The final paragraph mark is formatted too: it is written with its own
     // character format and no text.
-    Format(document, 3, 9, [](ZoTextFormat& f) {
+    document.ModifyFormat(3, 9, [](ZoTextFormat& f) {
         f.SetFontName("Arial");
         f.SetColour(ZoRGB(255, 0, 0));
         f.SetFlag(kZoTextBold, true);
@@ -52,7 +37,7 @@ TEST(RtfWriter, FontsListedHighestNumberFirstAndColoursInIndexOrder) {
 TEST(RtfWriter, CharacterAttributesInTheirFixedOrder) {
     ZoRichText document;
     document.InsertText(0, "x");
-    Format(document, 0, 2, [](ZoTextFormat& f) {
+    document.ModifyFormat(0, 2, [](ZoTextFormat& f) {
         f.SetFlag(kZoTextItalic, true);
         f.SetFlag(kZoTextUnderline, true);
         f.SetFlag(kZoTextSubscript, true);
@@ -120,7 +105,7 @@ TEST(RtfWriter, EscapesAndCodePage) {
 TEST(RtfWriter, SelectionClipsTheRuns) {
     ZoRichText document;
     document.InsertText(0, "one two three");
-    Format(document, 4, 7, [](ZoTextFormat& f) { f.SetFlag(kZoTextBold, true); });
+    document.ModifyFormat(4, 7, [](ZoTextFormat& f) { f.SetFlag(kZoTextBold, true); });
     document.SetSelection(2, 9);
     ZoString rtf;
     document.WriteRTF(rtf, false);
