@@ -7,20 +7,22 @@
 #include "media/image_path.h"
 #include "media/media_test_files.h"
 #include "media/resource_manager.h"
+#include "platform/temp_folder.h"
 
 namespace {
 
-using MediaTestFiles::NewName;
 using MediaTestFiles::SolidPng;
-using MediaTestFiles::WriteFile;
 using ZoFlash::ZoSWFImage;
+
+using ImageResource = TempFolderTest;
+using ResourceManager = TempFolderTest;
 
 ZoAutoInterface2<TeskImageResource> ResourceOf(TeskResourceManager& manager,
                                                const std::filesystem::path& path) {
     return manager.GetImageResource(ZoResourceKey(path.string()));
 }
 
-TEST(ImageResource, BuiltInPicturesNeedNoFileAndNeverChange) {
+TEST_F(ImageResource, BuiltInPicturesNeedNoFileAndNeverChange) {
     TeskResourceManager manager;
     auto picture = [&](const char* name) {
         auto resource = manager.GetImageResource(ZoResourceKey(name));
@@ -36,14 +38,14 @@ TEST(ImageResource, BuiltInPicturesNeedNoFileAndNeverChange) {
     EXPECT_NE(&second->Picture(), &first->Picture());
 }
 
-TEST(ImageResource, NoticesChangedMissingAndReappearingFiles) {
+TEST_F(ImageResource, NoticesChangedMissingAndReappearingFiles) {
     TeskResourceManager manager;
-    const auto path = NewName(".png");
+    const auto path = folder_ / "a.png";
     auto resource = ResourceOf(manager, path);
     EXPECT_FALSE(resource->GetImage());
     EXPECT_FALSE(resource->CheckForChange());
 
-    WriteFile(path, SolidPng(4, 3, 0x0000FF, 0x0000FF));
+    Write(path, SolidPng(4, 3, 0x0000FF));
     EXPECT_TRUE(resource->CheckForChange());
     auto picture = resource->GetImage();
     ASSERT_TRUE(picture);
@@ -51,7 +53,7 @@ TEST(ImageResource, NoticesChangedMissingAndReappearingFiles) {
     EXPECT_FALSE(resource->CheckForChange());
 
     // Same size, newer time: a rewrite within the same second still counts.
-    WriteFile(path, SolidPng(4, 3, 0x00FF00, 0x00FF00));
+    Write(path, SolidPng(4, 3, 0x00FF00));
     std::filesystem::last_write_time(
         path, std::filesystem::last_write_time(path) + std::chrono::milliseconds(1));
     EXPECT_TRUE(resource->CheckForChange());
@@ -62,13 +64,13 @@ TEST(ImageResource, NoticesChangedMissingAndReappearingFiles) {
     EXPECT_FALSE(resource->GetImage());
 }
 
-TEST(ImageResource, AFailedLoadSaysWhyAndIsTriedAgainOnlyOnceTheFileChanges) {
+TEST_F(ImageResource, AFailedLoadSaysWhyAndIsTriedAgainOnlyOnceTheFileChanges) {
     TeskResourceManager manager;
-    const auto path = NewName(".png");
-    const std::vector<uint8_t> good = SolidPng(4, 3, 0x0000FF, 0x0000FF);
+    const auto path = folder_ / "a.png";
+    const std::vector<uint8_t> good = SolidPng(4, 3, 0x0000FF);
     std::vector<uint8_t> damaged = good;
     std::fill(damaged.begin() + 33, damaged.end(), uint8_t{0});  // all but the header
-    WriteFile(path, damaged);
+    Write(path, damaged);
     auto resource = ResourceOf(manager, path);
     EXPECT_FALSE(resource->GetImage());
     EXPECT_NE(resource->GetLoadError().find("corrupt or truncated"), std::string::npos)
@@ -76,7 +78,7 @@ TEST(ImageResource, AFailedLoadSaysWhyAndIsTriedAgainOnlyOnceTheFileChanges) {
 
     // Same size and time: taken for the same damaged file, not decoded again.
     const auto time = std::filesystem::last_write_time(path);
-    WriteFile(path, good);
+    Write(path, good);
     std::filesystem::last_write_time(path, time);
     EXPECT_FALSE(resource->GetImage());
     std::filesystem::last_write_time(path, time + std::chrono::milliseconds(1));
@@ -89,10 +91,10 @@ TEST(ImageResource, AFailedLoadSaysWhyAndIsTriedAgainOnlyOnceTheFileChanges) {
     EXPECT_NE(resource->GetLoadError(), "");
 }
 
-TEST(ImageResource, SWFImagesAreKeptPerOutputTypeColourAndTolerance) {
+TEST_F(ImageResource, SWFImagesAreKeptPerOutputTypeColourAndTolerance) {
     TeskResourceManager manager;
-    const auto path = NewName(".png");
-    WriteFile(path, SolidPng(2, 2, 0, 0));
+    const auto path = folder_ / "a.png";
+    Write(path, SolidPng(2, 2, 0));
     auto resource = ResourceOf(manager, path);
     auto base = resource->GetSWFImage(ZoSWFImage::kOutputLossless, 0x0000FF, 10);
     ASSERT_TRUE(base);
@@ -102,7 +104,7 @@ TEST(ImageResource, SWFImagesAreKeptPerOutputTypeColourAndTolerance) {
     EXPECT_NE(resource->GetSWFImage(ZoSWFImage::kOutputJPEG, 0x0000FF, 10), base);
 
     // A change drops the encodings with the picture.
-    WriteFile(path, SolidPng(3, 2, 0, 0));
+    Write(path, SolidPng(3, 2, 0));
     ASSERT_TRUE(resource->CheckForChange());
     auto fresh = resource->GetSWFImage(ZoSWFImage::kOutputLossless, 0x0000FF, 10);
     ASSERT_TRUE(fresh);
@@ -111,9 +113,9 @@ TEST(ImageResource, SWFImagesAreKeptPerOutputTypeColourAndTolerance) {
     EXPECT_EQ(width, 3);
 }
 
-TEST(ResourceManager, OneResourcePerFullPath) {
+TEST_F(ResourceManager, OneResourcePerFullPath) {
     TeskResourceManager manager;
-    const auto path = NewName(".png");
+    const auto path = folder_ / "a.png";
     TeskSetProjectFolder(path.parent_path().string());
     auto relative = manager.GetImageResource(ZoResourceKey(path.filename().string()));
     TeskSetProjectFolder("");
@@ -121,12 +123,12 @@ TEST(ResourceManager, OneResourcePerFullPath) {
     EXPECT_EQ(manager.GetResourceCount(), 1u);
 }
 
-TEST(ResourceManager, TrimmingEvictsTheLeastRecentlyUsedResourcesNobodyHolds) {
+TEST_F(ResourceManager, TrimmingEvictsTheLeastRecentlyUsedResourcesNobodyHolds) {
     TeskResourceManager manager;
     std::vector<std::filesystem::path> paths;
     for (int i = 0; i < 4; ++i) {
-        paths.push_back(NewName(".png"));
-        WriteFile(paths.back(), SolidPng(64, 64, 0, 0));  // 16 KiB of pixels each
+        paths.push_back(folder_ / (std::to_string(i) + ".png"));
+        Write(paths.back(), SolidPng(64, 64, 0));  // 16 KiB of pixels each
         ResourceOf(manager, paths.back())->GetImage();
         // Uses are told apart by millisecond ticks.
         std::this_thread::sleep_for(std::chrono::milliseconds(3));
@@ -151,11 +153,11 @@ class RecordingTarget : public ZoEditor::ZoEditUpdateTarget {
     std::vector<ZoString> changed;
 };
 
-TEST(ResourceManager, IdleChecksReportEachChangeToTheRegisteredTargets) {
+TEST_F(ResourceManager, IdleChecksReportEachChangeToTheRegisteredTargets) {
     TeskResourceManager manager;
-    const auto a = NewName(".png"), b = NewName(".png");
+    const auto a = folder_ / "a.png", b = folder_ / "b.png";
     for (const auto& path : {a, b}) {
-        WriteFile(path, SolidPng(2, 2, 0, 0));
+        Write(path, SolidPng(2, 2, 0));
         ResourceOf(manager, path)->GetImage();
     }
     RecordingTarget window, closed;
@@ -163,13 +165,13 @@ TEST(ResourceManager, IdleChecksReportEachChangeToTheRegisteredTargets) {
     manager.AddTarget(&closed);
     manager.RemoveTarget(&closed);
 
-    WriteFile(b, SolidPng(3, 3, 0, 0));
+    Write(b, SolidPng(3, 3, 0));
     manager.CheckNextResource();  // a: unchanged
     EXPECT_TRUE(window.changed.empty());
     manager.CheckNextResource();  // b
     EXPECT_EQ(window.changed, std::vector<ZoString>{b.string()});
     // The round has ended; the next one waits for its time.
-    WriteFile(a, SolidPng(3, 3, 0, 0));
+    Write(a, SolidPng(3, 3, 0));
     manager.CheckNextResource();
     EXPECT_EQ(window.changed.size(), 1u);
     EXPECT_TRUE(closed.changed.empty());

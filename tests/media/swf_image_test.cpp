@@ -6,13 +6,14 @@
 #include "media/media_test_files.h"
 #include "media/swf_image.h"
 #include "platform/image_test_files.h"
+#include "platform/temp_folder.h"
 #include "support/movie_check.h"
 
 namespace {
 
-using MediaTestFiles::NewName;
-using MediaTestFiles::WriteFile;
 using ZoFlash::ZoSWFImage;
+
+using SwfImageTest = TempFolderTest;
 
 /// A one-frame movie of one shape per image, each filled with its bitmap.
 SwfTest::WrittenMovie WriteMovieWith(const std::vector<ZoAutoInterface2<ZoSWFImage>>& images) {
@@ -28,7 +29,7 @@ SwfTest::WrittenMovie WriteMovieWith(const std::vector<ZoAutoInterface2<ZoSWFIma
     return SwfTest::WriteAndValidate(movie);
 }
 
-TEST(TeskSWFImage, LosslessBitmapsKeyOutTheTransparentColour) {
+TEST_F(SwfImageTest, LosslessBitmapsKeyOutTheTransparentColour) {
     ZoDecodedImage picture;
     picture.width = 2;
     picture.height = 1;
@@ -43,10 +44,10 @@ TEST(TeskSWFImage, LosslessBitmapsKeyOutTheTransparentColour) {
     EXPECT_EQ(bitmap.pixels, (std::vector<uint8_t>{0, 0, 0, 0, 255, 0, 255, 0}));
 }
 
-TEST(TeskSWFImage, JpegFilesKeepTheirOwnBytes) {
-    const auto path = NewName(".jpg");
+TEST_F(SwfImageTest, JpegFilesKeepTheirOwnBytes) {
+    const auto path = folder_ / "grey.jpg";
     const auto jpeg = MediaTestFiles::GreyJpeg(8, 8);
-    WriteFile(path, jpeg);
+    Write(path, jpeg);
     auto picture = ZoMakeCounted<ZoReferenceImage>(ZoImageCodec::Load(path));
     auto plain = ZoMakeCounted<TeskSWFImage>(path.string(), picture, ZoSWFImage::kOutputJPEG,
                                              kZoNoColour, 0);
@@ -66,7 +67,7 @@ TEST(TeskSWFImage, JpegFilesKeepTheirOwnBytes) {
     EXPECT_EQ(alpha, std::vector<uint8_t>(64, 0));
 }
 
-TEST(TeskSWFImage, OnlyJpegsAPlayerCanShowKeepTheirBytes) {
+TEST_F(SwfImageTest, OnlyJpegsAPlayerCanShowKeepTheirBytes) {
     auto jpegOf = [](int components, bool progressive) {
         ImageTestFiles::JpegSource source{8, 8, components, progressive, {}};
         source.samples.assign(64 * components, 100);
@@ -82,20 +83,19 @@ TEST(TeskSWFImage, OnlyJpegsAPlayerCanShowKeepTheirBytes) {
         {"grey", ".jpg", jpegOf(1, false), ZoSWFImage::kOutputJPEG},
         {"progressive", ".jpg", jpegOf(3, true), ZoSWFImage::kOutputLossless},
         {"CMYK", ".jpg", jpegOf(4, false), ZoSWFImage::kOutputLossless},
-        {"PNG named .jpg", ".jpg", MediaTestFiles::SolidPng(2, 2, 0, 0),
-         ZoSWFImage::kOutputLossless},
+        {"PNG named .jpg", ".jpg", MediaTestFiles::SolidPng(2, 2, 0), ZoSWFImage::kOutputLossless},
         {"JPEG named .png", ".png", jpegOf(3, false), ZoSWFImage::kOutputLossless},
         {"truncated", ".jpg", {0xFF, 0xD8, 0xFF, 0xE0, 0x00}, ZoSWFImage::kOutputLossless},
     };
     for (const auto& c : cases) {
-        const auto path = NewName(c.extension);
-        WriteFile(path, c.bytes);
+        const auto path = folder_ / (std::string(c.name) + c.extension);
+        Write(path, c.bytes);
         EXPECT_EQ(TeskImageOutputType(path.string()), c.expected) << c.name;
     }
     EXPECT_EQ(TeskImageOutputType("<PreviewImage1>"), ZoSWFImage::kOutputLossless);
 }
 
-TEST(TeskSWFImage, MoviesShareOneEncodingButNumberTheirOwnCharacters) {
+TEST_F(SwfImageTest, MoviesShareOneEncodingButNumberTheirOwnCharacters) {
     auto builtIn = [](const char* name) {
         return ZoMakeCounted<TeskSWFImage>(name,
                                            ZoMakeCounted<ZoReferenceImage>(&ZoBuiltInPicture(name)),

@@ -16,7 +16,8 @@ class TempFolderTest : public ::testing::Test {
     void SetUp() override { std::filesystem::create_directories(folder_); }
     void TearDown() override { std::filesystem::remove_all(folder_); }
 
-    std::filesystem::path Write(const char* name, std::span<const uint8_t> bytes) const {
+    std::filesystem::path Write(const std::filesystem::path& name,
+                                std::span<const uint8_t> bytes) const {
         const std::filesystem::path path = folder_ / name;
         std::ofstream(path, std::ios::binary)
             .write(reinterpret_cast<const char*>(bytes.data()),
