@@ -1,27 +1,28 @@
 #include <gtest/gtest.h>
 
-#include "cli/command_line.h"
+#include "cli_run.h"
 
 namespace {
 
-int RunVimbo(std::vector<std::string> args, const VimboEditorLauncher& launcher = {}) {
-    args.insert(args.begin(), "vimbo");
-    return VimboRunCommandLine(args, launcher);
-}
+using cli_test::Vimbo;
 
-TEST(CommandLine, HelpAndVersionSucceed) {
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(RunVimbo({"--help"}), kVimboExitSuccess);
-    EXPECT_NE(testing::internal::GetCapturedStdout().find("Usage"), std::string::npos);
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(RunVimbo({"--version"}), kVimboExitSuccess);
-    EXPECT_NE(testing::internal::GetCapturedStdout().find("vimbo "), std::string::npos);
-}
-
-TEST(CommandLine, UnknownOptionsAreUsageErrors) {
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(RunVimbo({"--no-such-option"}), kVimboExitUsage);
-    EXPECT_FALSE(testing::internal::GetCapturedStderr().empty());
+TEST(CommandLine, HelpVersionAndUnknownOptions) {
+    const struct {
+        std::string option;
+        int code;
+        const char* out;  // in what went to stdout, or else to stderr
+        const char* err;
+    } cases[] = {
+        {"--help", kVimboExitSuccess, "Usage", ""},
+        {"--version", kVimboExitSuccess, "vimbo ", ""},
+        {"--no-such-option", kVimboExitUsage, "", "--no-such-option"},
+    };
+    for (const auto& c : cases) {
+        const cli_test::CommandResult run = Vimbo({c.option});
+        EXPECT_EQ(run.code, c.code) << c.option;
+        EXPECT_NE(run.out.find(c.out), std::string::npos) << run.out;
+        EXPECT_NE(run.err.find(c.err), std::string::npos) << run.err;
+    }
 }
 
 TEST(CommandLine, NoCommandOpensTheEditorWithTheNamedProject) {
@@ -30,9 +31,9 @@ TEST(CommandLine, NoCommandOpensTheEditorWithTheNamedProject) {
         opened = file;
         return 0;
     };
-    EXPECT_EQ(RunVimbo({}, launcher), 0);
+    EXPECT_EQ(VimboRunCommandLine({"vimbo"}, launcher), 0);
     EXPECT_EQ(opened, "");
-    EXPECT_EQ(RunVimbo({"Movie.vmb"}, launcher), 0);
+    EXPECT_EQ(VimboRunCommandLine({"vimbo", "Movie.vmb"}, launcher), 0);
     EXPECT_EQ(opened, "Movie.vmb");
 }
 

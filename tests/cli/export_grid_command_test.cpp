@@ -1,23 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
-#include "cli/command_line.h"
+#include "cli_run.h"
 #include "platform/atomic_file.h"
-#include "platform/temp_directory.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string ReadAll(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
+using cli_test::ReadAll;
 
 // A wave, then a morph over a 2 × 1 grid with a split cell, whose header is
 // tests/cli/expected_morph_preset.txt (written out by hand from the format).
@@ -31,24 +20,17 @@ constexpr const char* kProject = R"({"effects": [{"effect": "Wave"}, {"effect": 
                    {"x": 1, "y": 1, "endX": 1, "endY": 1}],
         "splits": [{"column": 0, "row": 0, "across": 2, "down": 2}]}}]})";
 
-class ExportGrid : public ::testing::Test {
+class ExportGrid : public cli_test::InTempFolder {
   protected:
     void SetUp() override {
-        folder_ = ZoMakeTempFileName("");
-        fs::create_directories(folder_);
+        InTempFolder::SetUp();
         ZoWriteFileAtomically(Path("morph.json"), kProject);
         ZoWriteFileAtomically(Path("wave.json"), R"({"effects": [{"effect": "Wave"}]})");
     }
-    std::string Path(const char* name) const { return (folder_ / name).string(); }
-    // The exit code, and what went to stderr.
-    std::pair<int, std::string> Run(std::vector<std::string> args) const {
-        args.insert(args.begin(), {"vimbo", "export-grid"});
-        testing::internal::CaptureStderr();
-        const int code = VimboRunCommandLine(args, {});
-        return {code, testing::internal::GetCapturedStderr()};
+    static cli_test::CommandResult Run(std::vector<std::string> args) {
+        args.insert(args.begin(), "export-grid");
+        return cli_test::Vimbo(args);
     }
-
-    fs::path folder_;
 };
 
 TEST_F(ExportGrid, WritesTheFirstMorphsRootGridAsTheHeader) {
@@ -57,8 +39,8 @@ TEST_F(ExportGrid, WritesTheFirstMorphsRootGridAsTheHeader) {
     for (const std::vector<std::string>& choice : {std::vector<std::string>{}, {"--effect", "2"}}) {
         std::vector<std::string> args = {Path("morph.json"), "-o", Path("out.h"), "--force"};
         args.insert(args.end(), choice.begin(), choice.end());
-        const auto [code, err] = Run(args);
-        ASSERT_EQ(code, kVimboExitSuccess) << err;
+        const auto run = Run(args);
+        ASSERT_EQ(run.code, kVimboExitSuccess) << run.err;
         EXPECT_EQ(ReadAll(Path("out.h")), expected);
     }
 }
@@ -78,10 +60,10 @@ TEST_F(ExportGrid, BadInputFailsWithOneLineAndWritesNothing) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.message);
-        const auto [code, err] = Run(c.args);
-        EXPECT_EQ(code, kVimboExitFailure);
-        EXPECT_NE(err.find(c.message), std::string::npos) << err;
-        EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
+        const auto run = Run(c.args);
+        EXPECT_EQ(run.code, kVimboExitFailure);
+        EXPECT_NE(run.err.find(c.message), std::string::npos) << run.err;
+        EXPECT_EQ(cli_test::LineCount(run.err), 1) << run.err;
     }
     EXPECT_FALSE(fs::exists(Path("new.h")));
     EXPECT_EQ(ReadAll(Path("taken.h")), "keep me");

@@ -1,39 +1,22 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
-#include "cli/command_line.h"
+#include "cli_run.h"
 #include "platform/atomic_file.h"
 #include "platform/image_codec.h"
-#include "platform/temp_directory.h"
 #include "support/feature_movies.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using cli_test::CommandResult;
+using cli_test::Vimbo;
 
-struct CommandResult {
-    int code;
-    std::string err;
-};
-
-CommandResult Vimbo(std::vector<std::string> args) {
-    args.insert(args.begin(), "vimbo");
-    testing::internal::CaptureStderr();
-    const int code = VimboRunCommandLine(args, {});
-    return {code, testing::internal::GetCapturedStderr()};
-}
-
-class RenderCommand : public ::testing::Test {
+class RenderCommand : public cli_test::InTempFolder {
   protected:
     void SetUp() override {
-        folder_ = ZoMakeTempFileName("");
-        fs::create_directories(folder_);
+        InTempFolder::SetUp();
         SwfTest::WriteFeatureMovie(Path("features.swf"));
     }
-    std::string Path(const char* name) const { return (folder_ / name).string(); }
-
-    fs::path folder_;
 };
 
 TEST_F(RenderCommand, DrawsChosenFramesOfAProjectAsPngAndGif) {
@@ -75,7 +58,7 @@ TEST_F(RenderCommand, BadInputFailsWithOneLineAndWritesNothing) {
     for (const auto& args : cases) {
         const CommandResult run = Vimbo(args);
         EXPECT_EQ(run.code, 1) << args[1] << " " << args.back();
-        EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+        EXPECT_EQ(cli_test::LineCount(run.err), 1) << run.err;
         EXPECT_FALSE(fs::exists(Path("out/frame_0001.png")));
     }
 }
