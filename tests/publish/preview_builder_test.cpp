@@ -65,7 +65,7 @@ struct Files {
                                       ZoMakeTempFileName(".swf")};
 };
 
-TEST(PreviewBuilder, QuickChangesWriteOnePreviewForTheLast) {
+TEST(PreviewBuilder, QuickChangesWriteOnePreviewForTheLastUntilQuit) {
     CrossFadeDocument doc;
     HeldCompiler compiler;
     compiler.release.set_value();
@@ -81,6 +81,9 @@ TEST(PreviewBuilder, QuickChangesWriteOnePreviewForTheLast) {
     EXPECT_FALSE(std::filesystem::exists(files.names[1]));
     EXPECT_TRUE(IsValidMovie(files.names[2]));
     EXPECT_EQ(builder.GetLastError(), "");
+    builder.Quit();
+    EXPECT_TRUE(Eventually([&] { return builder.HasEnded(); }));
+    EXPECT_TRUE(builder.IsRunning());
 }
 
 TEST(PreviewBuilder, ABuildOvertakenByANewerRequestIsNotWritten) {
@@ -118,14 +121,6 @@ TEST(PreviewBuilder, ShuttingDownDuringABuildEndsTheWorkerWithoutWriting) {
     }
     releaser.join();
     EXPECT_FALSE(std::filesystem::exists(files.names[0]));
-}
-
-TEST(PreviewBuilder, AQuitRequestEndsTheWorker) {
-    TeskPreviewBuilder builder;
-    builder.Start();
-    builder.Quit();
-    EXPECT_TRUE(Eventually([&] { return builder.HasEnded(); }));
-    EXPECT_TRUE(builder.IsRunning());
 }
 
 TEST(PreviewSession, PollingReportsEachFinishedPreviewOnce) {

@@ -79,7 +79,6 @@ TEST_F(Publisher, OverwriteQuestionNamesTheExistingFiles) {
         const char* question;  // %1 the movie, %2 the page; empty: no question
     };
     const Case cases[] = {
-        {false, false, true, ""},
         {true, false, true, "File '%1' already exists. Do you want to overwrite it?"},
         {false, true, true, "File '%2' already exists. Do you want to overwrite it?"},
         {true, true, true, "Files '%1' and '%2' already exist. Do you want to overwrite them?"},
