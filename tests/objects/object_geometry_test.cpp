@@ -129,20 +129,17 @@ TEST(GraduatedObject, RemovingKeepsTheSelectionOnAStop) {
 
 TEST(ImagePlacement, PlacedRectangles) {
     // 300 x 200 pixels, a picture of 100 x 50: dx = 4000, dy = 3000 twips.
+    // Each column and each row once, off the diagonal too.
     const ZoRect movie{0, 0, 6000, 4000};
     struct Case {
         int32_t placement;
         ZoRect expected;
     } cases[] = {
         {kTeskFixedTopLeft, {0, 0, 2000, 1000}},
-        {kTeskFixedTopCentre, {2000, 0, 4000, 1000}},
         {kTeskFixedTopRight, {4000, 0, 6000, 1000}},
-        {kTeskFixedCentreLeft, {0, 1500, 2000, 2500}},
         {kTeskFixedCentre, {2000, 1500, 4000, 2500}},
-        {kTeskFixedCentreRight, {4000, 1500, 6000, 2500}},
         {kTeskFixedBottomLeft, {0, 3000, 2000, 4000}},
         {kTeskFixedBottomCentre, {2000, 3000, 4000, 4000}},
-        {kTeskFixedBottomRight, {4000, 3000, 6000, 4000}},
         {kTeskTiled, movie},
         {kTeskStretch, movie},
         {kTeskStretchKeepAspect, {0, 500, 6000, 3500}},
