@@ -129,4 +129,9 @@ void TeskInstallContextHelp(QWidget& window, const TeskHelpViewer& help,
     auto* shortcut = new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F1), &window);
     shortcut->setContext(Qt::WindowShortcut);
     QObject::connect(shortcut, &QShortcut::activated, [] { QWhatsThis::enterWhatsThisMode(); });
+    // A window holding pages with texts of their own (the main window and its
+    // property page, the object dialog and its kind's page) has one shortcut
+    // per file, which Qt reports as ambiguous instead of activating either.
+    QObject::connect(shortcut, &QShortcut::activatedAmbiguously,
+                     [] { QWhatsThis::enterWhatsThisMode(); });
 }

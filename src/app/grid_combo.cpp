@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <functional>
 
+#include "app/context_help.h"
 #include "document/file.h"
 
 namespace {
@@ -161,8 +162,11 @@ void TeskGridComboPopup::Apply() {
     Load();
 }
 
-TeskGridCombo::TeskGridCombo(TeskFile& file, TeskGridEffect& effect, QWidget* parent)
+TeskGridCombo::TeskGridCombo(TeskFile& file, TeskGridEffect& effect, const TeskHelpViewer* help,
+                             QWidget* parent)
     : QToolButton(parent), popup_(new TeskGridComboPopup(file, effect, this)) {
+    if (help)
+        TeskInstallContextHelp(*popup_, *help, kContextHelpFile);
     setObjectName(QStringLiteral("gridCombo"));
     setIcon(GridIcon());
     setIconSize({32, 32});

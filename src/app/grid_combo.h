@@ -14,6 +14,7 @@ class QComboBox;
 class QLabel;
 class QSpinBox;
 class TeskFile;
+class TeskHelpViewer;
 
 /// The drop-down panel.
 class TeskGridComboPopup final : public QFrame {
@@ -61,7 +62,12 @@ class TeskGridComboPopup final : public QFrame {
 class TeskGridCombo final : public QToolButton {
     Q_OBJECT
   public:
-    TeskGridCombo(TeskFile& file, TeskGridEffect& effect, QWidget* parent = nullptr);
+    /// The What's This texts of the panel's fields.
+    static constexpr const char* kContextHelpFile = "::/GridComboPopup.txt";
+
+    /// With `help`, the panel's fields explain themselves (What's This).
+    TeskGridCombo(TeskFile& file, TeskGridEffect& effect, const TeskHelpViewer* help = nullptr,
+                  QWidget* parent = nullptr);
 
     TeskGridComboPopup* GetPopup() const noexcept { return popup_; }
     /// Opens the panel below the button with the effect's current settings.

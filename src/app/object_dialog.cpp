@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "app/app_settings.h"
+#include "app/context_help.h"
 #include "app/editor_app.h"
 #include "app/graduated_object_child.h"
 #include "app/help_topics.h"
@@ -33,16 +34,21 @@ struct KindInfo {
     int32_t kind;
     const char* name;  // the display name, also the button's object name
     const char* helpTopic;
+    const char* pageHelpTexts;  // the What's This texts of the kind's page
 };
 
 // In the order of the buttons.
 constexpr KindInfo kKinds[] = {
-    {kTeskImageObject, "Image", "::/html/Objects/ImageObject.htm"},
-    {kTeskGraduatedObject, "Graduated Colour", "::/html/Objects/GraduatedObject.htm"},
-    {kTeskTextObject, "Text", "::/html/Objects/TextObject.htm"},
-    {kTeskSolidObject, "Solid Colour", "::/html/Objects/Solid_Colour_Object.htm"},
-    {kTeskNoObject, "No Object", "::/html/Objects/NullObject.htm"},
+    {kTeskImageObject, "Image", "::/html/Objects/ImageObject.htm", "::/Text/ImageObjectChild.txt"},
+    {kTeskGraduatedObject, "Graduated Colour", "::/html/Objects/GraduatedObject.htm",
+     "::/Text/GraduatedObjectChild.txt"},
+    {kTeskTextObject, "Text", "::/html/Objects/TextObject.htm", "::/Text/TextObjectChild.txt"},
+    {kTeskSolidObject, "Solid Colour", "::/html/Objects/Solid_Colour_Object.htm",
+     "::/Text/SolidObjectChild.txt"},
+    {kTeskNoObject, "No Object", "::/html/Objects/NullObject.htm", nullptr},
 };
+
+constexpr const char* kDialogHelpTexts = "::/Text/TeskObjectDialog.txt";
 
 constexpr const char* kNoObjectNote =
     "There is currently no object used here. To add an object click the buttons above for the "
@@ -171,6 +177,8 @@ TeskObjectDialog::TeskObjectDialog(const TeskObject* object, const QString& titl
     layout->addLayout(body, 1);
     layout->addWidget(buttons);
 
+    if (context_.help)
+        TeskInstallContextHelp(*this, *context_.help, kDialogHelpTexts);
     SetKind(object && IsObjectKind(object->GetType()) ? object->GetType() : kTeskNoObject);
     RestorePlacement();
 }
@@ -232,6 +240,8 @@ QWidget* TeskObjectDialog::PageFor(int32_t kind) {
     }
     pages_[kind] = page;
     pageArea_->addWidget(page);
+    if (context_.help)
+        TeskInstallContextHelp(*page, *context_.help, InfoOf(kind).pageHelpTexts);
     return page;
 }
 

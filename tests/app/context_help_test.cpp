@@ -7,9 +7,12 @@
 #include "app/context_help.h"
 #include "app/editor_app.h"
 #include "app/editor_window.h"
+#include "app/grid_combo.h"
 #include "app/link_url_dialog.h"
 #include "app/movie_properties_dialog.h"
+#include "app/object_dialog.h"
 #include "app/publish_dialog.h"
+#include "document/file.h"
 
 namespace {
 
@@ -75,6 +78,32 @@ TEST_F(ShippedContextHelp, EveryTopicNamesAControlOfItsWindow) {
     ExpectEveryTopicShown(link, "::/Text/LinkURLDialog.txt");
     TeskPublishDialog publish(app_.GetDocument(), prompts_, app_.GetHelp(), settings_.Folder());
     ExpectEveryTopicShown(publish, "::/Text/PublishDialog.txt");
+}
+
+TEST_F(ShippedContextHelp, TheObjectDialogAndEachKindsPageExplainTheirControls) {
+    TeskObjectDialogContext context;
+    context.help = &app_.GetHelp();
+    TeskObjectDialog dialog(nullptr, QStringLiteral("Object Properties"), context);
+    ExpectEveryTopicShown(dialog, "::/Text/TeskObjectDialog.txt");
+    const std::tuple<int32_t, const char*, const char*> pages[] = {
+        {kTeskImageObject, "imagePage", "::/Text/ImageObjectChild.txt"},
+        {kTeskGraduatedObject, "graduatedPage", "::/Text/GraduatedObjectChild.txt"},
+        {kTeskTextObject, "textPage", "::/Text/TextObjectChild.txt"},
+        {kTeskSolidObject, "solidPage", "::/Text/SolidObjectChild.txt"},
+    };
+    for (const auto& [kind, name, file] : pages) {
+        dialog.SetKind(kind);
+        auto* page = dialog.findChild<QWidget*>(QString::fromUtf8(name));
+        ASSERT_NE(page, nullptr) << name;
+        ExpectEveryTopicShown(*page, file);
+    }
+}
+
+TEST_F(ShippedContextHelp, TheGridPanelExplainsItsFields) {
+    auto* effect = dynamic_cast<TeskGridEffect*>(app_.GetDocument().GetEffect(0));
+    ASSERT_NE(effect, nullptr) << "a new document starts with a grid effect";
+    TeskGridCombo combo(app_.GetDocument(), *effect, &app_.GetHelp());
+    ExpectEveryTopicShown(*combo.GetPopup(), TeskGridCombo::kContextHelpFile);
 }
 
 }  // namespace

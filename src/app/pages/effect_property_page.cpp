@@ -221,7 +221,7 @@ void TeskShowPropertyPage(QWidget& area, TeskEffect* effect, const TeskPageConte
 }
 
 TeskGridCombo* TeskEffectPropertyPage::AddGridControl(TeskGridEffect& effect) {
-    auto* grid = new TeskGridCombo(context_.document, effect);
+    auto* grid = new TeskGridCombo(context_.document, effect, context_.help);
     gridControls_.push_back(grid);
     panelRow_->insertWidget(0, grid);
     return grid;
