@@ -56,6 +56,9 @@ TeskGraduatedObjectChild::TeskGraduatedObjectChild(TeskGraduatedObject& object,
     position_ = new QSpinBox;
     position_->setObjectName(QStringLiteral("stopPosition"));
     position_->setRange(0, TeskGraduatedObject::kMaxPosition);
+    // Typing "120" passes through 1 and 12, which a left neighbour at 100
+    // would refuse, putting the old value back under the user's fingers.
+    position_->setKeyboardTracking(false);
     add_ = new QPushButton(QStringLiteral("&Add"));
     add_->setObjectName(QStringLiteral("addColour"));
     add_->setToolTip(QStringLiteral("Add Colour"));

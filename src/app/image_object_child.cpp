@@ -35,11 +35,16 @@ constexpr const char* kPlacementNames[] = {
 
 constexpr const char* kImageFilter = "Images (*.png *.jpg *.jpeg *.gif *.bmp);;All Files (*)";
 
+QString AskForPicture(QWidget* parent, const QString& folder) {
+    return QFileDialog::getOpenFileName(parent, QStringLiteral("Choose a Picture"), folder,
+                                        QString::fromUtf8(kImageFilter));
+}
+
 }  // namespace
 
 TeskImageObjectChild::TeskImageObjectChild(TeskImageObject& object, std::function<void()> changed,
                                            QWidget* parent)
-    : QWidget(parent), object_(object), changed_(std::move(changed)) {
+    : QWidget(parent), object_(object), changed_(std::move(changed)), chooser_(AskForPicture) {
     setObjectName(QStringLiteral("imagePage"));
     fileName_ = new QLineEdit(QString::fromStdString(object.GetFileName().GetName()));
     fileName_->setObjectName(QStringLiteral("fileName"));
@@ -121,8 +126,7 @@ void TeskImageObjectChild::Browse() {
     const QString folder = TeskIsBuiltInImageName(current) || current.empty()
                                ? QString::fromStdString(TeskGetProjectFolder())
                                : QFileInfo(QString::fromStdString(current)).absolutePath();
-    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Choose a Picture"),
-                                                      folder, QString::fromUtf8(kImageFilter));
+    const QString path = chooser_(this, folder);
     if (!path.isEmpty())
         ChooseFile(path);
 }

@@ -17,6 +17,11 @@ class TeskImageObjectChild final : public QWidget {
     TeskImageObjectChild(TeskImageObject& object, std::function<void()> changed,
                          QWidget* parent = nullptr);
 
+    /// Asks for a picture file, starting in `folder`; empty when cancelled.
+    using FileChooser = std::function<QString(QWidget* parent, const QString& folder)>;
+    /// Replaces the open-file dialog that "Browse..." shows.
+    void SetFileChooser(FileChooser chooser) { chooser_ = std::move(chooser); }
+
     /// Takes the picture file `path` as the user chose it.
     void ChooseFile(const QString& path);
 
@@ -27,6 +32,7 @@ class TeskImageObjectChild final : public QWidget {
 
     TeskImageObject& object_;
     std::function<void()> changed_;
+    FileChooser chooser_;
     QLineEdit* fileName_;
     QComboBox* placement_;
     QCheckBox* useTransparent_;

@@ -35,14 +35,21 @@ TeskObjectSlot::TeskObjectSlot(TeskFile& document, TeskUserPrompts& prompts,
 void TeskObjectSlot::Refresh() {
     if (!preview_)
         return;
-    // The movie's size and colour may have changed since the last look.
-    context_.movieSize = {document_.GetWidth(), document_.GetHeight()};
-    context_.movieBackground = document_.GetBackgroundColour();
+    FollowMovie();
     preview_->SetObject(source_(), context_.movieSize, context_.movieBackground);
     preview_->ObjectChanged();
 }
 
+void TeskObjectSlot::FollowMovie() {
+    // The movie's size and colour may have changed since the last look.
+    context_.movieSize = {document_.GetWidth(), document_.GetHeight()};
+    context_.movieBackground = document_.GetBackgroundColour();
+}
+
 void TeskObjectSlot::Change() {
+    // A slot without a preview is never refreshed: the dialog would wrap
+    // text at a size the movie does not have.
+    FollowMovie();
     TeskChangeObject(
         document_, [this](QDialog& dialog) { return prompts_.RunDialog(dialog); }, context_, this,
         source_(), title_, stepName_, store_);

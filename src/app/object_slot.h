@@ -36,6 +36,9 @@ class TeskObjectSlot final : public QWidget {
     TeskObjectPreview* GetPreview() const noexcept { return preview_; }
 
   private:
+    /// Takes the document's movie size and background for the dialog.
+    void FollowMovie();
+
     TeskFile& document_;
     TeskUserPrompts& prompts_;
     TeskObjectDialogContext context_;

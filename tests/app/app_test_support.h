@@ -3,9 +3,11 @@
 // settings in a temporary file, and prompts answered from a script.
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QWidget>
 #include <deque>
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -53,5 +55,15 @@ class TempSettings {
 
 /// The QSettings key of `value` in `section`, as the editor writes it.
 QString Key(const char* section, const char* value);
+
+/// The control of `parent` named `name`; throws when there is none, so that
+/// a renamed control fails the test that uses it.
+template <typename T>
+T& Child(QWidget& parent, const char* name) {
+    T* child = parent.findChild<T*>(QString::fromUtf8(name));
+    if (!child)
+        throw std::runtime_error(std::string("no control ") + name);
+    return *child;
+}
 
 }  // namespace AppTest

@@ -1,23 +1,32 @@
 #include <gtest/gtest.h>
+#include <QComboBox>
 #include <QLabel>
 #include <QSettings>
+#include <QSlider>
+#include <QSpinBox>
 #include <QTest>
 #include <QTextDocument>
 #include <QToolButton>
+#include <QWhatsThis>
 
 #include "app/app_test_support.h"
+#include "app/colour_button.h"
 #include "app/gradient_picker.h"
+#include "app/help_topics.h"
 #include "app/object_dialog.h"
 #include "app/rich_text_edit.h"
-#include "app/text_object_child.h"
 #include "document/file.h"
+#include "document/json_field_writer.h"
 #include "effects/register_effects.h"
 #include "objects/graduated_object.h"
+#include "objects/image_object.h"
 #include "objects/solid_object.h"
 #include "objects/text_object.h"
 #include "text/rich_text.h"
 
 namespace {
+
+using AppTest::Child;
 
 constexpr COLORREF kPurple = ZoRGB(90, 20, 140);
 
@@ -38,65 +47,9 @@ class ObjectDialogTest : public ::testing::Test {
                 document_.SetForegroundObject(object, transaction);
             });
     }
-    static void Type(TeskObjectDialog& dialog, const char* text) {
-        TeskRichTextEdit* editor = dialog.findChild<TeskRichTextEdit*>();
-        ASSERT_NE(editor, nullptr);
-        QTest::keyClicks(editor, QString::fromUtf8(text));
-    }
-    static ZoString TextOf(const TeskObject* object) {
-        return static_cast<const TeskTextObject*>(object)->GetRichText().Text();
-    }
-
     AppTest::TempSettings settings_;
     TeskFile document_;
 };
-
-TEST_F(ObjectDialogTest, EveryKindKeepsItsOwnWorkingCopyAndOkReturnsOnlyTheChosenOne) {
-    ZoAutoPtr<TeskObject> solid = std::make_unique<TeskSolidObject>(kPurple);
-    document_.SetForegroundObject(solid, nullptr);
-    ASSERT_TRUE(Change([](TeskObjectDialog& dialog) {
-        EXPECT_EQ(dialog.GetCurrentKind(), kTeskSolidObject);
-        dialog.SetKind(kTeskTextObject);
-        Type(dialog, "Hello");
-        dialog.SetKind(kTeskGraduatedObject);
-        static_cast<TeskGraduatedObject*>(dialog.GetWorkingObject(kTeskGraduatedObject))
-            ->AddColour();
-        dialog.SetKind(kTeskImageObject);
-        dialog.SetKind(kTeskTextObject);
-        Type(dialog, " there");
-        EXPECT_EQ(TextOf(dialog.GetWorkingObject(kTeskTextObject)), "Hello there\n");
-        EXPECT_EQ(static_cast<TeskGraduatedObject*>(dialog.GetWorkingObject(kTeskGraduatedObject))
-                      ->GetColours()
-                      .size(),
-                  3u);
-        EXPECT_EQ(
-            static_cast<TeskSolidObject*>(dialog.GetWorkingObject(kTeskSolidObject))->GetColour(),
-            kPurple);
-        return true;
-    }));
-    EXPECT_EQ(TextOf(document_.GetForegroundObject()), "Hello there\n");
-    EXPECT_EQ(document_.GetUndoList().GetCount(), 1);
-    EXPECT_EQ(document_.GetUndoList().GetName(0), "Foreground Object");
-    ASSERT_TRUE(document_.GetUndoList().Undo());
-    ASSERT_EQ(document_.GetForegroundObject()->GetType(), kTeskSolidObject);
-    EXPECT_EQ(static_cast<TeskSolidObject*>(document_.GetForegroundObject())->GetColour(), kPurple);
-}
-
-TEST_F(ObjectDialogTest, CancelLeavesTheObjectAndTheHistoryAlone) {
-    ZoAutoPtr<TeskObject> text = std::make_unique<TeskTextObject>();
-    static_cast<TeskTextObject&>(*text).GetRichText().InsertText(0, "Kept");
-    document_.SetForegroundObject(text, nullptr);
-    const TeskObject* before = document_.GetForegroundObject();
-    EXPECT_FALSE(Change([](TeskObjectDialog& dialog) {
-        EXPECT_EQ(dialog.GetCurrentKind(), kTeskTextObject);
-        Type(dialog, "Lost ");
-        dialog.SetKind(kTeskNoObject);
-        return false;
-    }));
-    EXPECT_EQ(document_.GetForegroundObject(), before);
-    EXPECT_EQ(TextOf(before), "Kept\n");
-    EXPECT_EQ(document_.GetUndoList().GetCount(), 0);
-}
 
 TEST_F(ObjectDialogTest, AnEmptyHolderOpensOnTheNoteAndOkKeepsItEmpty) {
     ASSERT_TRUE(Change([](TeskObjectDialog& dialog) {
@@ -111,6 +64,163 @@ TEST_F(ObjectDialogTest, AnEmptyHolderOpensOnTheNoteAndOkKeepsItEmpty) {
     // The dialog comes back where it was closed.
     TeskObjectDialog again(nullptr, QStringLiteral("Again"), Context());
     EXPECT_EQ(again.geometry(), QRect(130, 140, 900, 640));
+}
+
+/// Every stored field of `object`, for comparing objects.
+std::string FieldsOf(const TeskObject* object) {
+    TeskJson json;
+    TeskJsonFieldWriter writer(json);
+    ZoAutoPtr<TeskObject> copy = object ? object->Clone() : nullptr;
+    writer.Object("object", copy);
+    return json.dump();
+}
+
+/// One kind of object: an object unlike the defaults, what its page must
+/// show of it, and an edit a user makes on the page.
+struct KindCase {
+    const char* page;
+    std::function<ZoAutoPtr<TeskObject>()> make;
+    std::function<bool(QWidget& page)> shows;
+    std::function<void(QWidget& page)> edit;
+};
+
+std::vector<KindCase> KindCases() {
+    return {
+        {"imagePage",
+         [] {
+             auto image = std::make_unique<TeskImageObject>();
+             image->SetPlacement(kTeskFixedBottomCentre);
+             image->SetUseTransparent(true);
+             image->SetAutoTransparent(false);
+             image->SetTransparentColour(kPurple);
+             image->SetTolerance(40);
+             return image;
+         },
+         [](QWidget& page) {
+             return Child<QComboBox>(page, "placement").currentIndex() == kTeskFixedBottomCentre &&
+                    Child<QSlider>(page, "tolerance").value() == 40 &&
+                    Child<TeskColourButton>(page, "transparentColour").isEnabled() &&
+                    Child<TeskColourButton>(page, "transparentColour").GetColour() == kPurple;
+         },
+         [](QWidget& page) { Child<QComboBox>(page, "placement").setCurrentIndex(kTeskTiled); }},
+        {"graduatedPage",
+         [] {
+             auto gradient = std::make_unique<TeskGraduatedObject>();
+             gradient->AddColour();
+             gradient->SetAngle(-60);  // shown as 300, stored as it was
+             return gradient;
+         },
+         [](QWidget& page) {
+             return Child<QSpinBox>(page, "angle").value() == 300 &&
+                    Child<QToolButton>(page, "linearGradient").isChecked() &&
+                    Child<QSpinBox>(page, "stopPosition").value() == 127;
+         },
+         [](QWidget& page) { Child<QToolButton>(page, "radialGradient").click(); }},
+        {"textPage",
+         [] {
+             auto text = std::make_unique<TeskTextObject>();
+             text->GetRichText().SetRTF(
+                 "{\\rtf1\\ansi{\\fonttbl{\\f0 Arial;}}\\f0\\fs36\\b Bold\\b0  plain}");
+             text->SetBackColour(kPurple);
+             text->SetVerticalAlignment(ZoVerticalAlignment::Centre);
+             return text;
+         },
+         [](QWidget& page) {
+             return Child<QToolButton>(page, "bold").isChecked() &&
+                    Child<QToolButton>(page, "verticalCentre").isChecked() &&
+                    Child<TeskColourButton>(page, "backColour").GetColour() == kPurple;
+         },
+         [](QWidget& page) {
+             QTest::keyClicks(&Child<TeskRichTextEdit>(page, "richText"), QStringLiteral("Hi "));
+         }},
+        {"solidPage", [] { return std::make_unique<TeskSolidObject>(kPurple); },
+         [](QWidget& page) {
+             return Child<TeskColourButton>(page, "solidColour").GetColour() == kPurple;
+         },
+         [](QWidget& page) {
+             emit Child<TeskColourButton>(page, "solidColour").colourChosen(ZoRGB(1, 2, 3));
+         }},
+    };
+}
+
+// Each kind's page shows the object, hands back an equal one when left
+// alone, drops edits on Cancel and stores them on OK as one undoable step.
+TEST_F(ObjectDialogTest, EachKindsPageShowsTheObjectAndStoresEditsOnlyOnOk) {
+    for (const KindCase& c : KindCases()) {
+        SCOPED_TRACE(c.page);
+        ZoAutoPtr<TeskObject> object = c.make();
+        const std::string original = FieldsOf(object.get());
+        document_.SetForegroundObject(object, nullptr);
+        const int steps = document_.GetUndoList().GetCount();
+        auto open = [this, &c](bool edit, bool ok) {
+            return Change([&c, edit, ok](TeskObjectDialog& dialog) {
+                dialog.show();
+                QWidget& page = *dialog.findChild<QWidget*>(QString::fromUtf8(c.page));
+                EXPECT_TRUE(page.isVisible() && c.shows(page));
+                if (edit)
+                    c.edit(page);
+                return ok;
+            });
+        };
+        ASSERT_TRUE(open(false, true));
+        EXPECT_EQ(FieldsOf(document_.GetForegroundObject()), original);
+        const TeskObject* before = document_.GetForegroundObject();
+        EXPECT_FALSE(open(true, false));
+        EXPECT_EQ(document_.GetForegroundObject(), before);
+        EXPECT_EQ(FieldsOf(before), original);
+        ASSERT_TRUE(open(true, true));
+        const std::string edited = FieldsOf(document_.GetForegroundObject());
+        EXPECT_NE(edited, original);
+        ASSERT_EQ(document_.GetUndoList().GetCount(), steps + 2);
+        EXPECT_EQ(document_.GetUndoList().GetName(steps + 1), "Foreground Object");
+        ASSERT_TRUE(document_.GetUndoList().Undo());
+        EXPECT_EQ(FieldsOf(document_.GetForegroundObject()), original);
+        ASSERT_TRUE(document_.GetUndoList().Redo());
+        EXPECT_EQ(FieldsOf(document_.GetForegroundObject()), edited);
+    }
+}
+
+TEST_F(ObjectDialogTest, EditsOfEveryKindSurviveSwitchingAmongTheKinds) {
+    const std::vector<KindCase> cases = KindCases();
+    const int32_t kinds[] = {kTeskImageObject, kTeskGraduatedObject, kTeskTextObject,
+                             kTeskSolidObject};
+    ASSERT_TRUE(Change([&](TeskObjectDialog& dialog) {
+        dialog.show();
+        std::vector<std::string> edited;
+        for (size_t i = 0; i < cases.size(); ++i) {
+            dialog.SetKind(kinds[i]);
+            cases[i].edit(*dialog.findChild<QWidget*>(QString::fromUtf8(cases[i].page)));
+            edited.push_back(FieldsOf(dialog.GetWorkingObject(kinds[i])));
+        }
+        for (int32_t kind : {kTeskNoObject, kTeskSolidObject, kTeskImageObject})
+            dialog.SetKind(kind);
+        for (size_t i = 0; i < cases.size(); ++i) {
+            dialog.SetKind(kinds[i]);
+            EXPECT_EQ(FieldsOf(dialog.GetWorkingObject(kinds[i])), edited[i]) << cases[i].page;
+        }
+        dialog.SetKind(kTeskImageObject);
+        return true;
+    }));
+    ASSERT_NE(document_.GetForegroundObject(), nullptr);
+    EXPECT_EQ(document_.GetForegroundObject()->GetType(), kTeskImageObject);
+    EXPECT_EQ(static_cast<TeskImageObject*>(document_.GetForegroundObject())->GetPlacement(),
+              kTeskTiled);
+    EXPECT_EQ(document_.GetUndoList().GetCount(), 1);
+}
+
+TEST(ObjectDialogHelp, ShiftF1AsksWhatsThisBesideAPageWithTextsOfItsOwn) {
+    AppTest::ScriptedPrompts prompts;
+    TeskHelpViewer help(std::filesystem::path(VIMBO_SOURCE_DIR) / "resources" / "help", prompts);
+    TeskObjectDialogContext context;
+    context.help = &help;
+    TeskObjectDialog dialog(nullptr, QStringLiteral("Object Properties"), context);
+    dialog.SetKind(kTeskTextObject);
+    dialog.show();
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    QTest::keyClick(&dialog, Qt::Key_F1, Qt::ShiftModifier);
+    EXPECT_TRUE(QWhatsThis::inWhatsThisMode());
+    QWhatsThis::leaveWhatsThisMode();
 }
 
 TEST(GradientPicker, MarkersMoveBetweenTheirNeighboursAndTheBarAddsStops) {
@@ -161,42 +271,6 @@ TEST(GradientPicker, MarkersMoveBetweenTheirNeighboursAndTheBarAddsStops) {
         EXPECT_EQ(object.GetPositions(), c.positions);
         EXPECT_EQ(object.GetColours().size(), c.positions.size());
         EXPECT_EQ(object.GetSelected(), c.selected);
-    }
-}
-
-TEST(TextPage, ButtonsFormatTheSelectionAndTheWholeText) {
-    struct Case {
-        const char* button;
-        std::function<bool(const TeskTextObject&)> holds;
-    };
-    const Case cases[] = {
-        {"bold", [](const TeskTextObject& t) { return t.GetRichText().FormatAt(2)->IsBold(); }},
-        {"superscript",
-         [](const TeskTextObject& t) { return t.GetRichText().FormatAt(2)->IsSuperscript(); }},
-        {"alignCentre",
-         [](const TeskTextObject& t) {
-             return t.GetRichText().FormatAt(2)->Alignment() == ZoTextAlignment::Centre;
-         }},
-        {"verticalBottom",
-         [](const TeskTextObject& t) {
-             return t.GetVerticalAlignment() == ZoVerticalAlignment::Bottom;
-         }},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.button);
-        TeskTextObject text;
-        text.GetRichText().InsertText(0, "abcdef");
-        int changes = 0;
-        TeskTextObjectChild page(text, {320, 240}, [&changes] { ++changes; });
-        QTextCursor cursor = page.GetEditor()->textCursor();
-        cursor.setPosition(1);
-        cursor.setPosition(4, QTextCursor::KeepAnchor);
-        page.GetEditor()->setTextCursor(cursor);
-        page.findChild<QToolButton*>(QString::fromUtf8(c.button))->click();
-        EXPECT_TRUE(c.holds(text));
-        EXPECT_GT(changes, 0);
-        EXPECT_FALSE(text.GetRichText().FormatAt(5)->IsBold()) << "outside the selection";
-        EXPECT_EQ(text.GetRichText().Text(), "abcdef\n");
     }
 }
 
