@@ -43,8 +43,9 @@ fuzz: setup
 	@cmake --build build/fuzz -j $(JOBS) --target fuzzers
 	@scripts/run-fuzzers build/fuzz/fuzz $(FUZZ_SECONDS)
 
-# The editor's pictures in docs/screenshots: the new document and one example
-# per effect, drawn without a screen, the same every time.
+# The editor's pictures in docs/screenshots: the new document, one example
+# per effect and the object dialog per kind of object, drawn without a
+# screen, the same every time.
 screenshots: build
 	@QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/src/app/vimbo-screenshots examples docs/screenshots
 

@@ -63,6 +63,8 @@ class TeskObjectDialog final : public QDialog {
 
     /// Draws the preview again; every page calls it after a change.
     void ObjectChanged();
+    /// The preview of the working copy shown.
+    TeskObjectPreview& GetPreview() const noexcept { return *preview_; }
 
   protected:
     void done(int result) override;

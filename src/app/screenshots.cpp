@@ -8,21 +8,61 @@
 
 #include "app/editor_app.h"
 #include "app/editor_window.h"
+#include "app/object_dialog.h"
+#include "app/object_preview.h"
 #include "app/preview_pane.h"
 #include "document/json_project.h"
+#include "document/object_kinds.h"
 #include "effects/register_effects.h"
 #include "platform/zo_exception.h"
 
 namespace {
 
 constexpr int kPreviewTimeoutMs = 60000;
+// Wide enough for the text page's tool bars, and fixed: a placement the
+// dialog remembers must not change the pictures.
+constexpr QSize kObjectDialogSize(680, 420);
 
-/// "Rotate 3D" becomes "effect-rotate-3d.png".
-std::filesystem::path PictureName(const ZoString& effectName) {
-    ZoString name = "effect-";
-    for (const char c : ZoToLowerAscii(effectName))
+// The dialog's buttons, in their order; no object comes last.
+constexpr int32_t kObjectKinds[] = {kTeskImageObject, kTeskGraduatedObject, kTeskTextObject,
+                                    kTeskSolidObject};
+
+/// "Rotate 3D" with `prefix` "effect-" becomes "effect-rotate-3d.png".
+std::filesystem::path PictureName(std::string_view prefix, std::string_view displayName) {
+    ZoString name(prefix);
+    for (const char c : ZoToLowerAscii(displayName))
         name += c == ' ' ? '-' : c;
     return name + ".png";
+}
+
+/// The first object of `kind` in `document`: the foreground, the
+/// background, then each effect's objects in turn.
+const TeskObject* FirstObjectOfKind(const TeskFile& document, int32_t kind) {
+    std::vector<const TeskObject*> objects = {document.GetForegroundObject(),
+                                              document.GetBackgroundObject()};
+    for (int e = 0; e < document.GetEffectCount(); ++e) {
+        const TeskEffect& effect = *document.GetEffect(e);
+        for (int i = 0; i < effect.GetObjectCount(); ++i)
+            objects.push_back(effect.GetObject(i));
+    }
+    for (const TeskObject* object : objects)
+        if (object && object->GetType() == kind)
+            return object;
+    return nullptr;
+}
+
+/// Lets pending drawing happen and takes the focus away: a focused field
+/// would show its text cursor in whatever phase of blinking the moment
+/// catches.
+void Settle() {
+    if (QWidget* focused = QApplication::focusWidget())
+        focused->clearFocus();
+    QApplication::processEvents();
+}
+
+void SavePicture(QWidget& widget, const std::filesystem::path& path) {
+    if (!widget.grab().toImage().save(QString::fromStdString(path.string()), "PNG"))
+        throw ZoException("cannot write " + path.string());
 }
 
 int EffectTypeOf(const std::filesystem::path& project) {
@@ -75,7 +115,7 @@ std::vector<TeskScreenshotShot> TeskPlanScreenshots(const std::filesystem::path&
         if (type < 0 || taken[static_cast<size_t>(type)])
             continue;
         taken[static_cast<size_t>(type)] = true;
-        shots.push_back({project, PictureName(TeskEffect::GetInfo(type).name)});
+        shots.push_back({project, PictureName("effect-", TeskEffect::GetInfo(type).name)});
     }
     return shots;
 }
@@ -94,15 +134,62 @@ std::vector<std::filesystem::path> TeskTakeScreenshots(TeskEditorApp& app, TeskE
         WaitForPreview(pane, shot.project);
         pane.Pause();
         pane.ShowFrame(pane.GetFrameCount() / 2);
-        // A focused field would show its text cursor in whatever phase of
-        // blinking the moment catches.
-        if (QWidget* focused = QApplication::focusWidget())
-            focused->clearFocus();
-        QApplication::processEvents();
-        const std::filesystem::path path = outFolder / shot.picture;
-        if (!window.grab().toImage().save(QString::fromStdString(path.string()), "PNG"))
-            throw ZoException("cannot write " + path.string());
-        written.push_back(path);
+        Settle();
+        written.push_back(outFolder / shot.picture);
+        SavePicture(window, written.back());
+    }
+    return written;
+}
+
+std::vector<TeskObjectShot> TeskPlanObjectScreenshots(const std::filesystem::path& examplesFolder) {
+    TeskRegisterEffects();
+    std::vector<std::filesystem::path> found(std::size(kObjectKinds));
+    for (const std::filesystem::path& project : SortedProjects(examplesFolder)) {
+        TeskFile document;
+        try {
+            TeskLoadProjectFile(document, project.string());
+        } catch (const ZoException&) {
+            continue;
+        }
+        for (size_t k = 0; k < std::size(kObjectKinds); ++k)
+            if (found[k].empty() && FirstObjectOfKind(document, kObjectKinds[k]))
+                found[k] = project;
+    }
+    std::vector<TeskObjectShot> shots;
+    for (size_t k = 0; k < std::size(kObjectKinds); ++k)
+        if (!found[k].empty())
+            shots.push_back({kObjectKinds[k], found[k],
+                             PictureName("object-", TeskObjectKindName(kObjectKinds[k]))});
+    shots.push_back({kTeskNoObject, {}, "object-no-object.png"});
+    return shots;
+}
+
+std::vector<std::filesystem::path> TeskTakeObjectScreenshots(
+    TeskEditorApp& app, const std::vector<TeskObjectShot>& shots,
+    const std::filesystem::path& outFolder) {
+    std::filesystem::create_directories(outFolder);
+    std::vector<std::filesystem::path> written;
+    for (const TeskObjectShot& shot : shots) {
+        const TeskObject* object = nullptr;
+        if (shot.project.empty()) {
+            app.GetDocument().New();
+        } else {
+            // Opening the project also makes its pictures' names resolve.
+            if (!app.OpenSample(shot.project))
+                throw ZoException("cannot open " + shot.project.string());
+            object = FirstObjectOfKind(app.GetDocument(), shot.kind);
+            if (!object)
+                throw ZoException(shot.project.string() + " holds no object of its shot's kind");
+        }
+        TeskObjectDialog dialog(object, QStringLiteral("Object Properties"),
+                                TeskObjectContextFor(app));
+        dialog.resize(kObjectDialogSize);
+        dialog.show();
+        Settle();
+        // Showing resized the preview, which would draw only on a later turn.
+        dialog.GetPreview().RenderNow();
+        written.push_back(outFolder / shot.picture);
+        SavePicture(dialog, written.back());
     }
     return written;
 }

@@ -1,5 +1,5 @@
-// vimbo-screenshots EXAMPLES OUTDIR: pictures of the editor for the
-// documentation (`make screenshots`). Runs without a screen, with settings
+// vimbo-screenshots EXAMPLES OUTDIR: pictures of the editor and its object
+// dialog for the documentation (`make screenshots`). Runs without a screen, with settings
 // of its own, so nothing of the user's shows up in the pictures.
 #include <QApplication>
 #include <QSettings>
@@ -70,8 +70,10 @@ int main(int argc, char** argv) {
     TeskEditorDlg window(app);
     window.show();
     try {
-        const auto written =
-            TeskTakeScreenshots(app, window, TeskPlanScreenshots(examples), argv[2]);
+        auto written = TeskTakeScreenshots(app, window, TeskPlanScreenshots(examples), argv[2]);
+        for (const std::filesystem::path& picture :
+             TeskTakeObjectScreenshots(app, TeskPlanObjectScreenshots(examples), argv[2]))
+            written.push_back(picture);
         for (const std::filesystem::path& picture : written)
             std::cout << picture.string() << '\n';
     } catch (const ZoException& error) {

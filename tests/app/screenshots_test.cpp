@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <fstream>
+#include <set>
 
 #include "app/app_test_support.h"
 #include "app/editor_app.h"
@@ -50,6 +51,44 @@ TEST(Screenshots, TheSameProjectsGiveTheSamePictures) {
     for (size_t i = 0; i < first.size(); ++i)
         EXPECT_EQ(ReadBytes(first[i]), ReadBytes(second[i])) << first[i];
     EXPECT_NE(ReadBytes(first[0]), ReadBytes(first[1]));
+    EXPECT_TRUE(prompts.messages.empty());
+}
+
+TEST(Screenshots, TheObjectDialogIsPicturedPerKindOnTheFirstExampleHoldingIt) {
+    const std::vector<TeskObjectShot> shots = TeskPlanObjectScreenshots(kExamples);
+    const std::tuple<int32_t, const char*, const char*> expected[] = {
+        {kTeskImageObject, "object-image.png", "image_cross_fade.json"},
+        {kTeskGraduatedObject, "object-graduated-colour.png", "cube.json"},
+        {kTeskTextObject, "object-text.png", "text_cross_fade.json"},
+        {kTeskSolidObject, "object-solid-colour.png", "cross_fade.json"},
+        {kTeskNoObject, "object-no-object.png", ""},
+    };
+    ASSERT_EQ(shots.size(), std::size(expected));
+    for (size_t i = 0; i < shots.size(); ++i) {
+        const auto& [kind, picture, project] = expected[i];
+        EXPECT_EQ(shots[i].kind, kind) << picture;
+        EXPECT_EQ(shots[i].picture, picture);
+        EXPECT_EQ(shots[i].project.filename(), project) << picture;
+    }
+}
+
+TEST(Screenshots, TheObjectDialogGivesTheSamePictureEachTimeAndOnePerKind) {
+    AppTest::TempSettings settings;
+    AppTest::ScriptedPrompts prompts;
+    TeskEditorApp app(settings.Get(), prompts, {"/nonexistent", kExamples});
+    const std::vector<TeskObjectShot> shots = TeskPlanObjectScreenshots(kExamples);
+    const auto first = TeskTakeObjectScreenshots(app, shots, settings.Folder() / "first");
+    const auto second = TeskTakeObjectScreenshots(app, shots, settings.Folder() / "second");
+    ASSERT_EQ(first.size(), shots.size());
+    ASSERT_EQ(second.size(), shots.size());
+    std::set<std::string> distinct;
+    for (size_t i = 0; i < first.size(); ++i) {
+        const std::string bytes = ReadBytes(first[i]);
+        EXPECT_FALSE(bytes.empty()) << first[i];
+        EXPECT_EQ(bytes, ReadBytes(second[i])) << first[i];
+        distinct.insert(bytes);
+    }
+    EXPECT_EQ(distinct.size(), first.size()) << "each kind shows its own page";
     EXPECT_TRUE(prompts.messages.empty());
 }
 
