@@ -11,6 +11,7 @@
 #include "app/user_prompts.h"
 #include "document/json_project.h"
 #include "effects/register_effects.h"
+#include "media/resource_manager.h"
 #include "platform/temp_directory.h"
 #include "platform/zo_exception.h"
 #include "platform/zo_guid.h"
@@ -67,6 +68,11 @@ TeskEditorApp::TeskEditorApp(QSettings& settings, TeskUserPrompts& prompts,
       recentFiles_(settings) {
     TeskSetFilePrompter(&prompts_);
     recentFiles_.Load();
+    // The windows that show pictures hear of changed files through the
+    // resource manager, which only looks when asked.
+    QObject::connect(&idle_, &QTimer::timeout,
+                     [] { TeskGetResourceManager().CheckNextResource(); });
+    idle_.start(kIdleMilliseconds);
 }
 
 TeskEditorApp::~TeskEditorApp() {

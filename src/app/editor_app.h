@@ -3,6 +3,7 @@
 // settings, and the file, publish, help and support commands of the menu.
 // Every question goes through TeskUserPrompts, so the commands run the same
 // with a person at the screen and under test.
+#include <QTimer>
 #include <filesystem>
 #include <vector>
 
@@ -15,6 +16,11 @@ class TeskUserPrompts;
 
 class TeskEditorApp {
   public:
+    /// How often idle processing runs: each run checks one picture file for
+    /// a change on disk, and a round over all of them starts at most once a
+    /// second.
+    static constexpr int kIdleMilliseconds = 100;
+
     /// Registers the effect types and makes the new document.
     TeskEditorApp(QSettings& settings, TeskUserPrompts& prompts, TeskInstallFolders folders);
     TeskEditorApp(const TeskEditorApp&) = delete;
@@ -62,4 +68,5 @@ class TeskEditorApp {
     TeskHelpViewer help_;
     TeskRecentFileList recentFiles_;
     TeskFile document_;
+    QTimer idle_;
 };

@@ -12,9 +12,12 @@
 #include "app/context_help.h"
 #include "app/editor_app.h"
 #include "app/effect_bar.h"
+#include "app/mesh_control.h"
+#include "app/object_preview.h"
 #include "app/pages/effect_property_page.h"
 #include "app/preview_pane.h"
 #include "document/file.h"
+#include "media/resource_manager.h"
 
 namespace {
 
@@ -70,15 +73,39 @@ void TeskEditorDlg::OnTeskFileAttach() {
     // A replaced or removed effect leaves the selection until the history
     // makes it valid again, which only the selection's own hints report.
     GetFile()->GetSelection().AddListener(this);
+    TeskGetResourceManager().AddTarget(this);
     ShowDocument();
 }
 
 void TeskEditorDlg::OnTeskFileDetach() {
     GetFile()->GetSelection().RemoveListener(this);
+    TeskGetResourceManager().RemoveTarget(this);
 }
 
-void TeskEditorDlg::OnUpdate(ZoEditor::ZoUpdateHintList&) {
-    ShowDocument();
+void TeskEditorDlg::OnUpdate(ZoEditor::ZoUpdateHintList& hints) {
+    if (const ZoResource* picture = ChangedPicture(hints))
+        PictureChanged(picture->GetKey().GetName());
+    else
+        ShowDocument();
+}
+
+const ZoResource* TeskEditorDlg::ChangedPicture(const ZoEditor::ZoUpdateHintList& hints) {
+    bool reversed = false;
+    for (int i = 0; i < hints.GetCount(); ++i) {
+        if (const auto* changed =
+                dynamic_cast<const ZoResourceChangedUpdateHint*>(hints.GetHint(i, reversed)))
+            return changed->GetResource();
+    }
+    return nullptr;
+}
+
+void TeskEditorDlg::PictureChanged(const ZoString& path) {
+    // The document is as it was, but what it shows is not.
+    preview_->RequestPreview(app_.GetDocument());
+    for (TeskObjectPreview* preview : findChildren<TeskObjectPreview*>())
+        preview->PictureChanged(path);
+    for (TeskMeshCtrl* mesh : findChildren<TeskMeshCtrl*>())
+        mesh->PictureChanged(path);
 }
 
 void TeskEditorDlg::ShowDocument() {

@@ -2,10 +2,12 @@
 // The main window: the effect's name and timing strip, the property area on
 // the left, the live preview on the right with a movable divider between
 // them, and the menus whose commands the application carries out. It
-// observes the document and shows every change, undo and redo at once.
+// observes the document and shows every change, undo and redo at once, and
+// hears from the resource manager when a picture file changes on disk.
 #include <QMainWindow>
 
 #include "document/file_observer.h"
+#include "platform/zo_string.h"
 
 class QAction;
 class QMenu;
@@ -13,6 +15,7 @@ class QSplitter;
 class TeskEditorApp;
 class TeskEffectBar;
 class TeskPreviewPane;
+class ZoResource;
 
 class TeskEditorDlg final : public QMainWindow, public TeskFileObserver {
     Q_OBJECT
@@ -66,6 +69,11 @@ class TeskEditorDlg final : public QMainWindow, public TeskFileObserver {
     void OnAbout();
 
     void ShowDocument();
+    /// The resource a batch of hints reports changed on disk, if any.
+    static const ZoResource* ChangedPicture(const ZoEditor::ZoUpdateHintList& hints);
+    /// Builds the preview again and redraws every object showing the
+    /// picture file at `path`.
+    void PictureChanged(const ZoString& path);
     void UpdateTitle();
     void OnEffectHelp();
 

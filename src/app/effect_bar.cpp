@@ -15,6 +15,38 @@ namespace {
 constexpr int32_t kMaxDurationMs = 10000;
 constexpr int32_t kNegativeDurationMs = 100;
 constexpr int32_t kMaxHoldMs = 99900;
+/// The seconds a time field lets the user type, either way.
+constexpr double kTypedLimitSeconds = 9999.99;
+
+/// A time field in seconds whose spin buttons stay within 0 ... its
+/// maximum, while typing may go beyond either end: the application of the
+/// fields decides what a negative or too long time becomes.
+class TimeField final : public QDoubleSpinBox {
+  public:
+    explicit TimeField(double maximumSeconds) : spinMaximum_(maximumSeconds) {
+        setDecimals(2);
+        setSingleStep(0.1);
+        setRange(-kTypedLimitSeconds, kTypedLimitSeconds);
+    }
+
+    void stepBy(int steps) override {
+        setValue(std::clamp(value() + steps * singleStep(), 0.0, spinMaximum_));
+        selectAll();
+    }
+
+  protected:
+    StepEnabled stepEnabled() const override {
+        StepEnabled enabled = StepNone;
+        if (value() < spinMaximum_)
+            enabled |= StepUpEnabled;
+        if (value() > 0.0)
+            enabled |= StepDownEnabled;
+        return enabled;
+    }
+
+  private:
+    double spinMaximum_;
+};
 
 int32_t ToMilliseconds(const QDoubleSpinBox* field) {
     return static_cast<int32_t>(std::lround(field->value() * 1000.0));
@@ -76,11 +108,8 @@ TeskEffectBar::TeskEffectBar(TeskFile& document, QWidget* parent) : QWidget(pare
 }
 
 QDoubleSpinBox* TeskEffectBar::AddTimeField(const char* name, double maximumSeconds) {
-    auto* field = new QDoubleSpinBox;
+    auto* field = new TimeField(maximumSeconds);
     field->setObjectName(QString::fromUtf8(name));
-    field->setDecimals(2);
-    field->setSingleStep(0.1);
-    field->setRange(0.0, maximumSeconds);
     // Typing changes nothing until the field is left or confirmed, so one
     // edit becomes one undo step.
     field->setKeyboardTracking(false);

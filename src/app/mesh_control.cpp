@@ -120,6 +120,13 @@ void TeskMeshCtrl::SetSelectedPoint(int32_t index) {
     }
 }
 
+void TeskMeshCtrl::PictureChanged(const ZoString& fullPath) {
+    if (!TeskObjectShowsPicture(object_, fullPath))
+        return;
+    RenderObject();
+    viewport()->update();
+}
+
 void TeskMeshCtrl::ValidateSelection() {
     const int32_t count = triangulation_ ? triangulation_->GetPointCount() : 0;
     if (selectedPoint_ < -1 || selectedPoint_ >= count)

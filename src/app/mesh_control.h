@@ -13,6 +13,7 @@
 #include "geometry/point_2d.h"
 #include "platform/zo_colour.h"
 #include "platform/zo_rect.h"
+#include "platform/zo_string.h"
 
 class QMenu;
 class TeskEditGridNode;
@@ -48,6 +49,9 @@ class TeskMeshCtrl final : public QAbstractScrollArea {
     int32_t GetSelectedPoint() const noexcept { return selectedPoint_; }
     /// Selects `index` here and in the partner.
     void SetSelectedPoint(int32_t index);
+    /// Draws the object again if it shows the picture file at `fullPath`,
+    /// which has changed on disk.
+    void PictureChanged(const ZoString& fullPath);
     /// Forgets a selection that no longer names a point.
     void ValidateSelection();
 

@@ -4,6 +4,14 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+
+namespace {
+
+/// The largest picture drawn for a zoomed stage.
+constexpr double kMaxRenderPixels = 4.0e6;
+
+}  // namespace
 
 TeskMovieScale TeskMovieScaleOf(int resizeMode) noexcept {
     switch (resizeMode) {
@@ -25,6 +33,21 @@ QRect TeskMovieRect(QSize stage, QSize view, TeskMovieScale scale) noexcept {
     else if (scale == TeskMovieScale::kShowAll)
         size = stage.scaled(view, Qt::KeepAspectRatio).expandedTo({1, 1});
     return {QPoint((view.width() - size.width()) / 2, (view.height() - size.height()) / 2), size};
+}
+
+QRect TeskZoomedRect(QRect fitted, QSize view, int zoom, QPointF centre) noexcept {
+    if (zoom <= 1 || fitted.isEmpty())
+        return fitted;
+    const QSize size = fitted.size() * zoom;
+    const auto place = [](int viewSide, int side, double at) {
+        if (side <= viewSide)
+            return (viewSide - side) / 2;
+        const auto wanted = static_cast<int>(std::lround(viewSide / 2.0 - at * side));
+        return std::clamp(wanted, viewSide - side, 0);
+    };
+    return {QPoint(place(view.width(), size.width(), centre.x()),
+                   place(view.height(), size.height(), centre.y())),
+            size};
 }
 
 TeskMovieView::TeskMovieView(QWidget* parent)
@@ -49,6 +72,37 @@ void TeskMovieView::SetMessage(const QString& message) {
     update();
 }
 
+void TeskMovieView::ZoomIn(QPoint at) {
+    const QRect stage = StageRect();
+    if (zoom_ >= kMaxZoom || stage.isEmpty())
+        return;
+    centre_ = {std::clamp(double(at.x() - stage.left()) / stage.width(), 0.0, 1.0),
+               std::clamp(double(at.y() - stage.top()) / stage.height(), 0.0, 1.0)};
+    SetZoom(zoom_ * 2);
+}
+
+void TeskMovieView::ZoomOut() {
+    if (zoom_ > 1)
+        SetZoom(zoom_ / 2);
+}
+
+void TeskMovieView::ShowAll() {
+    centre_ = {0.5, 0.5};
+    SetZoom(1);
+}
+
+void TeskMovieView::SetZoom(int zoom) {
+    zoom_ = zoom;
+    Render();
+}
+
+QRect TeskMovieView::StageRect() const noexcept {
+    if (!player_)
+        return {};
+    const QRect fitted = TeskMovieRect({player_->Width(), player_->Height()}, size(), scale_);
+    return TeskZoomedRect(fitted, size(), zoom_, centre_);
+}
+
 void TeskMovieView::ShowFrame(const ZoMoviePlayer* player, int32_t frame) {
     player_ = player;
     frame_ = frame;
@@ -61,12 +115,17 @@ void TeskMovieView::Render() {
         update();
         return;
     }
-    const QRect target = TeskMovieRect({player_->Width(), player_->Height()}, size(), scale_);
-    if (!target.isEmpty()) {
+    const QRect stage = StageRect();
+    if (!stage.isEmpty()) {
         // Stretched stages are drawn at the larger scale and shrunk along
-        // the other side while painting.
-        const double scale = std::max(static_cast<double>(target.width()) / player_->Width(),
-                                      static_cast<double>(target.height()) / player_->Height());
+        // the other side while painting. A deep zoom is drawn no larger
+        // than kMaxRenderPixels and enlarged while painting, so that a
+        // playing movie keeps its pace.
+        double scale = std::max(static_cast<double>(stage.width()) / player_->Width(),
+                                static_cast<double>(stage.height()) / player_->Height());
+        const double pixels = scale * scale * player_->Width() * player_->Height();
+        if (pixels > kMaxRenderPixels)
+            scale *= std::sqrt(kMaxRenderPixels / pixels);
         player_->RenderFrameInto(frame_, scale, picture_);
     }
     update();
@@ -78,11 +137,14 @@ void TeskMovieView::paintEvent(QPaintEvent*) {
     if (player_ && picture_.width > 0) {
         const QImage image(picture_.rgba.data(), picture_.width, picture_.height,
                            picture_.width * 4, QImage::Format_RGBA8888);
-        if (scale_ == TeskMovieScale::kExactFit)
-            painter.drawImage(rect(), image);
+        const QRect stage = StageRect();
+        // The renderer rounds each side up: a picture of the stage's size
+        // give or take that pixel is drawn as it is, any other stretched.
+        if (std::abs(image.width() - stage.width()) <= 1 &&
+            std::abs(image.height() - stage.height()) <= 1)
+            painter.drawImage(stage.topLeft(), image);
         else
-            painter.drawImage((width() - image.width()) / 2, (height() - image.height()) / 2,
-                              image);
+            painter.drawImage(stage, image);
         return;
     }
     painter.setPen(palette().color(QPalette::BrightText));

@@ -20,7 +20,16 @@ TeskMovieScale TeskMovieScaleOf(int resizeMode) noexcept;
 /// its aspect kept.
 QRect TeskMovieRect(QSize stage, QSize view, TeskMovieScale scale) noexcept;
 
+/// `fitted` (the stage as TeskMovieRect places it) magnified `zoom` times
+/// about `centre` (a point of the stage, 0 ... 1 across and down), which
+/// comes to the middle of `view` as far as the stage still covers the view;
+/// a side smaller than the view stays centred.
+QRect TeskZoomedRect(QRect fitted, QSize view, int zoom, QPointF centre) noexcept;
+
 class TeskMovieView final : public QWidget {
+    // Known to the meta-object system, so that windows can find them.
+    Q_OBJECT
+
   public:
     explicit TeskMovieView(QWidget* parent = nullptr);
 
@@ -29,6 +38,19 @@ class TeskMovieView final : public QWidget {
     void SetBackground(const QColor& colour);
     /// Shown while there is no movie.
     void SetMessage(const QString& message);
+
+    /// Magnification of the stage as its scale places it: 1 shows it all.
+    static constexpr int kMaxZoom = 8;
+    int GetZoom() const noexcept { return zoom_; }
+    /// Doubles the magnification, bringing the stage point under `at` (a
+    /// point of this view) to the middle.
+    void ZoomIn(QPoint at);
+    /// Halves the magnification about the same point.
+    void ZoomOut();
+    /// Back to the whole stage.
+    void ShowAll();
+    /// Where the stage is drawn now (empty without a movie).
+    QRect StageRect() const noexcept;
 
     /// Draws frame `frame` of `player` (which must outlive its use here, or
     /// be replaced first); null shows the message.
@@ -42,10 +64,13 @@ class TeskMovieView final : public QWidget {
 
   private:
     void Render();
+    void SetZoom(int zoom);
 
     const ZoMoviePlayer* player_ = nullptr;
     int32_t frame_ = 0;
     TeskMovieScale scale_ = TeskMovieScale::kShowAll;
+    int zoom_ = 1;
+    QPointF centre_{0.5, 0.5};
     QColor background_;
     QString message_;
     ZoRgbaImage picture_;

@@ -9,7 +9,7 @@
 
 #include "flash/byte_stream.h"
 #include "media/swf_movie.h"
-#include "objects/object.h"
+#include "objects/image_object.h"
 #include "platform/zo_exception.h"
 #include "publish/movie_compiler.h"
 #include "render/movie_player.h"
@@ -56,6 +56,11 @@ QImage TeskRenderObject(TeskObject* object, ZoSize movieSize, COLORREF backgroun
     return TeskRenderMovie(TeskObjectMovie(object, movieSize, background), size);
 }
 
+bool TeskObjectShowsPicture(const TeskObject* object, const ZoString& fullPath) {
+    const auto* image = dynamic_cast<const TeskImageObject*>(object);
+    return image && image->GetFullPath() == fullPath;
+}
+
 TeskObjectPreview::TeskObjectPreview(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("objectPreview"));
     setMinimumSize(64, 48);
@@ -73,6 +78,11 @@ void TeskObjectPreview::ObjectChanged() {
         return;
     pending_ = true;
     QTimer::singleShot(0, this, &TeskObjectPreview::RenderNow);
+}
+
+void TeskObjectPreview::PictureChanged(const ZoString& fullPath) {
+    if (TeskObjectShowsPicture(object_, fullPath))
+        ObjectChanged();
 }
 
 void TeskObjectPreview::RenderNow() {

@@ -9,6 +9,7 @@
 
 #include "platform/zo_colour.h"
 #include "platform/zo_rect.h"
+#include "platform/zo_string.h"
 
 class TeskObject;
 
@@ -21,9 +22,14 @@ std::vector<uint8_t> TeskObjectMovie(TeskObject* object, ZoSize movieSize, COLOR
 QImage TeskRenderMovie(const std::vector<uint8_t>& movie, QSize size);
 /// Both at once.
 QImage TeskRenderObject(TeskObject* object, ZoSize movieSize, COLORREF background, QSize size);
+/// Whether `object` (may be null) shows the picture file at `fullPath`.
+bool TeskObjectShowsPicture(const TeskObject* object, const ZoString& fullPath);
 
 /// A window that shows one object at the movie's aspect ratio, centred.
 class TeskObjectPreview final : public QWidget {
+    // Known to the meta-object system, so that windows can find them.
+    Q_OBJECT
+
   public:
     explicit TeskObjectPreview(QWidget* parent = nullptr);
 
@@ -33,6 +39,9 @@ class TeskObjectPreview final : public QWidget {
     /// Draws the object again after it changed. Changes arriving together
     /// are drawn once, when the event loop next runs.
     void ObjectChanged();
+    /// Draws the object again if it shows the picture file at `fullPath`,
+    /// which has changed on disk.
+    void PictureChanged(const ZoString& fullPath);
     /// The picture shown now (for tests and screenshots).
     const QImage& Picture() const noexcept { return picture_; }
     /// Draws at once rather than when the event loop next runs.

@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSlider>
@@ -11,6 +12,7 @@
 #include <cmath>
 
 #include "app/external_preview_window.h"
+#include "app/player_menu.h"
 #include "document/file.h"
 #include "platform/zo_exception.h"
 
@@ -33,6 +35,9 @@ TeskPreviewPane::TeskPreviewPane(QSettings& settings, QWidget* parent)
     view_->setObjectName(QStringLiteral("previewCanvas"));
     view_->setMinimumSize(120, 120);
     view_->SetMessage(QStringLiteral("Building the preview..."));
+    FollowMenuSetting(*view_);
+    connect(view_, &QWidget::customContextMenuRequested, this,
+            [this](QPoint at) { ShowPlayerMenu(*view_, at); });
     slider_ = new QSlider(Qt::Horizontal);
     slider_->setObjectName(QStringLiteral("frameSlider"));
     slider_->setRange(1, 1);
@@ -95,9 +100,12 @@ void TeskPreviewPane::RequestPreview(const TeskFile& document) {
     const COLORREF colour = document.GetBackgroundColour();
     background_ = QColor(ZoGetRed(colour), ZoGetGreen(colour), ZoGetBlue(colour));
     externalScale_ = TeskMovieScaleOf(document.GetResizeMode());
+    playerMenu_ = !document.GetDisableRightClick();
+    FollowMenuSetting(*view_);
     if (externalWindow_) {
         externalWindow_->GetView().SetBackground(background_);
         externalWindow_->GetView().SetScale(externalScale_);
+        FollowMenuSetting(externalWindow_->GetView());
     }
     session_.RequestPreview(document);
     UpdateReadOuts();
@@ -134,6 +142,8 @@ void TeskPreviewPane::LoadMovie(const std::filesystem::path& file) {
 }
 
 void TeskPreviewPane::Play() {
+    if (player_ && !looping_ && frame_ == player_->FrameCount() - 1)
+        ShowFrame(0);
     playing_ = true;
     playPause_->setIcon(style()->standardIcon(QStyle::SP_MediaPause));
     playTimer_.start();
@@ -158,9 +168,24 @@ void TeskPreviewPane::ShowFrame(int32_t frame) {
     RenderCurrentFrame();
 }
 
+void TeskPreviewPane::StepForward() {
+    Pause();
+    ShowFrame(frame_ + 1);
+}
+
+void TeskPreviewPane::StepBack() {
+    Pause();
+    ShowFrame(frame_ - 1);
+}
+
 void TeskPreviewPane::AdvanceFrame() {
-    if (player_)
-        ShowFrame((frame_ + 1) % player_->FrameCount());
+    if (!player_)
+        return;
+    if (!looping_ && frame_ == player_->FrameCount() - 1) {
+        Pause();
+        return;
+    }
+    ShowFrame((frame_ + 1) % player_->FrameCount());
 }
 
 void TeskPreviewPane::RenderCurrentFrame() {
@@ -185,6 +210,10 @@ void TeskPreviewPane::SetExternalPreview(bool open) {
     externalWindow_->setAttribute(Qt::WA_DeleteOnClose);
     externalWindow_->GetView().SetBackground(background_);
     externalWindow_->GetView().SetScale(externalScale_);
+    TeskMovieView& externalView = externalWindow_->GetView();
+    FollowMenuSetting(externalView);
+    connect(&externalView, &QWidget::customContextMenuRequested, this,
+            [this, &externalView](QPoint at) { ShowPlayerMenu(externalView, at); });
     connect(externalWindow_, &TeskExternalPreviewWnd::closed, this,
             &TeskPreviewPane::ExternalPreviewClosed);
     const QSignalBlocker block(externalToggle_);
@@ -197,6 +226,19 @@ void TeskPreviewPane::ExternalPreviewClosed() {
     externalWindow_ = nullptr;
     const QSignalBlocker block(externalToggle_);
     externalToggle_->setChecked(false);
+}
+
+void TeskPreviewPane::FollowMenuSetting(TeskMovieView& view) {
+    // Preventing, not just leaving out, the menu keeps the right click from
+    // reaching the windows around the movie, so no menu appears at all.
+    view.setContextMenuPolicy(playerMenu_ ? Qt::CustomContextMenu : Qt::PreventContextMenu);
+}
+
+void TeskPreviewPane::ShowPlayerMenu(TeskMovieView& view, QPoint at) {
+    if (!playerMenu_)
+        return;
+    const std::unique_ptr<QMenu> menu = TeskMakePlayerMenu(*this, view, at);
+    menu->exec(view.mapToGlobal(at));
 }
 
 void TeskPreviewPane::UpdateReadOuts() {

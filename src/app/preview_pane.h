@@ -48,12 +48,25 @@ class TeskPreviewPane final : public QWidget {
     /// The external preview window while it is open, otherwise null.
     TeskExternalPreviewWnd* GetExternalWindow() const noexcept { return externalWindow_; }
 
+    /// Plays on from the frame shown; a movie that stopped at its end
+    /// without looping starts again.
     void Play();
     void Pause();
     /// Pauses on the first frame.
     void Stop();
     /// Shows frame `frame` (zero based) without changing play or pause.
     void ShowFrame(int32_t frame);
+    /// Pauses on the next or the previous frame.
+    void StepForward();
+    void StepBack();
+    /// Whether playing goes on from the first frame after the last (on by
+    /// default, as in the player); otherwise it stops on the last.
+    bool IsLooping() const noexcept { return looping_; }
+    void SetLooping(bool loop) noexcept { looping_ = loop; }
+
+    /// Whether a right click on the movie offers the player's menu: unless
+    /// the document turns the menu off, as the published movie does.
+    bool HasPlayerMenu() const noexcept { return playerMenu_; }
     /// Opens or closes the external preview window.
     void SetExternalPreview(bool open);
 
@@ -69,6 +82,9 @@ class TeskPreviewPane final : public QWidget {
     void SliderPressed();
     void SliderReleased();
     void ExternalPreviewClosed();
+    /// Lets `view` offer the player's menu, or no menu at all.
+    void FollowMenuSetting(TeskMovieView& view);
+    void ShowPlayerMenu(TeskMovieView& view, QPoint at);
 
     QSettings& settings_;
     TeskPreviewSession session_;
@@ -76,6 +92,8 @@ class TeskPreviewPane final : public QWidget {
     int32_t frame_ = 0;
     bool playing_ = true;
     bool playAfterDrag_ = false;
+    bool looping_ = true;
+    bool playerMenu_ = false;
     QTimer pollTimer_;
     QTimer playTimer_;
     TeskMovieView* view_;

@@ -9,6 +9,8 @@
 #include <QMenuBar>
 #include <QSpinBox>
 #include <QSplitter>
+#include <QTest>
+#include <cmath>
 
 #include "app/app_settings.h"
 #include "app/app_test_support.h"
@@ -97,6 +99,35 @@ TEST_F(EditorWindowTest, TimeFieldsRecordOneNamedChangeThatUndoAndRedoShow) {
     EXPECT_DOUBLE_EQ(duration->value(), 2.0);
     EXPECT_EQ(Text(window, "undo"), "Can't Undo");
     EXPECT_FALSE(window.isWindowModified());
+}
+
+TEST_F(EditorWindowTest, TimeFieldsTakeWhatIsTypedBeyondTheirSpinRange) {
+    struct Case {
+        const char* field;
+        const char* typed;  // empty: one step up instead
+        int32_t stored;     // the field's milliseconds after it was left
+    };
+    const Case cases[] = {
+        {"duration", "-1", 100},  // a negative duration becomes the shortest
+        {"duration", "12.5", 10000}, {"duration", "9.95", 9950},
+        {"duration", "", 10000},  // a step stops at the end of the spin range
+        {"startHold", "120", 99900}, {"finishHold", "-2", 0},
+    };
+    TeskEditorDlg window(app_);
+    const auto stored = [this](std::string_view field) {
+        const TeskEffect::Timing& t = Effect().GetTiming();
+        return field == "duration"    ? t.GetLength()
+               : field == "startHold" ? t.startHold
+                                      : t.finishHold;
+    };
+    for (const Case& c : cases) {
+        auto* field = Find<QDoubleSpinBox>(window, c.field);
+        field->selectAll();
+        QTest::keyClicks(field, c.typed);
+        *c.typed ? QTest::keyClick(field, Qt::Key_Enter) : field->stepUp();
+        EXPECT_EQ(stored(c.field), c.stored) << c.field << " " << c.typed;
+        EXPECT_EQ(std::lround(field->value() * 1000), c.stored) << "shows what is stored";
+    }
 }
 
 TEST_F(EditorWindowTest, ChoosingAnEffectReplacesItAndKeepsItsTiming) {
