@@ -2,11 +2,14 @@
 
 #include <QDoubleSpinBox>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "app/effect_chooser.h"
 
@@ -20,7 +23,9 @@ constexpr double kTypedLimitSeconds = 9999.99;
 
 /// A time field in seconds whose spin buttons stay within 0 ... its
 /// maximum, while typing may go beyond either end: the application of the
-/// fields decides what a negative or too long time becomes.
+/// fields decides what a negative or too long time becomes. Steps taken
+/// while an arrow (button or key) is held are reported once it is let go,
+/// so holding it records one change.
 class TimeField final : public QDoubleSpinBox {
   public:
     explicit TimeField(double maximumSeconds) : spinMaximum_(maximumSeconds) {
@@ -30,7 +35,14 @@ class TimeField final : public QDoubleSpinBox {
     }
 
     void stepBy(int steps) override {
-        setValue(std::clamp(value() + steps * singleStep(), 0.0, spinMaximum_));
+        const double stepped = std::clamp(value() + steps * singleStep(), 0.0, spinMaximum_);
+        if (held_) {
+            const QSignalBlocker quiet(this);
+            setValue(stepped);
+            stepsWaiting_ = true;
+        } else {
+            setValue(stepped);
+        }
         selectAll();
     }
 
@@ -44,8 +56,36 @@ class TimeField final : public QDoubleSpinBox {
         return enabled;
     }
 
+    void keyPressEvent(QKeyEvent* event) override {
+        const int key = event->key();
+        held_ = key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp ||
+                key == Qt::Key_PageDown;
+        QDoubleSpinBox::keyPressEvent(event);
+    }
+    void keyReleaseEvent(QKeyEvent* event) override {
+        QDoubleSpinBox::keyReleaseEvent(event);
+        if (!event->isAutoRepeat())
+            LetGo();
+    }
+    void mousePressEvent(QMouseEvent* event) override {
+        held_ = true;
+        QDoubleSpinBox::mousePressEvent(event);
+    }
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        QDoubleSpinBox::mouseReleaseEvent(event);
+        LetGo();
+    }
+
   private:
+    void LetGo() {
+        held_ = false;
+        if (std::exchange(stepsWaiting_, false))
+            emit valueChanged(value());
+    }
+
     double spinMaximum_;
+    bool held_ = false;
+    bool stepsWaiting_ = false;
 };
 
 int32_t ToMilliseconds(const QDoubleSpinBox* field) {

@@ -208,9 +208,9 @@ void TeskPreviewPane::SetExternalPreview(bool open) {
     }
     externalWindow_ = new TeskExternalPreviewWnd(settings_, this);
     externalWindow_->setAttribute(Qt::WA_DeleteOnClose);
-    externalWindow_->GetView().SetBackground(background_);
-    externalWindow_->GetView().SetScale(externalScale_);
     TeskMovieView& externalView = externalWindow_->GetView();
+    externalView.SetBackground(background_);
+    externalView.SetScale(externalScale_);
     FollowMenuSetting(externalView);
     connect(&externalView, &QWidget::customContextMenuRequested, this,
             [this, &externalView](QPoint at) { ShowPlayerMenu(externalView, at); });

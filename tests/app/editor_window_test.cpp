@@ -128,6 +128,16 @@ TEST_F(EditorWindowTest, TimeFieldsTakeWhatIsTypedBeyondTheirSpinRange) {
         EXPECT_EQ(stored(c.field), c.stored) << c.field << " " << c.typed;
         EXPECT_EQ(std::lround(field->value() * 1000), c.stored) << "shows what is stored";
     }
+
+    // Holding an arrow key steps on and on, but records one change.
+    auto* finish = Find<QDoubleSpinBox>(window, "finishHold");
+    const int history = Document().GetUndoList().GetCount();
+    for (int i = 0; i < 3; ++i)
+        QTest::keyPress(finish, Qt::Key_Up);
+    EXPECT_EQ(Effect().GetTiming().finishHold, 0) << "nothing while the key is down";
+    QTest::keyRelease(finish, Qt::Key_Up);
+    EXPECT_EQ(Effect().GetTiming().finishHold, 300);
+    EXPECT_EQ(Document().GetUndoList().GetCount(), history + 1);
 }
 
 TEST_F(EditorWindowTest, ChoosingAnEffectReplacesItAndKeepsItsTiming) {
