@@ -1,8 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <vector>
+
 #include "geometry/grid_triangulation.h"
 #include "geometry/hex_triangulation.h"
 #include "geometry/mesh_checks.h"
+#include "platform/compiled_file.h"
 
 namespace {
 
@@ -112,6 +116,73 @@ TEST(FixedGridTest, ChosenGridsStayNearTheBudget) {
     hex.ChooseGrid(50, {0, 0, 100, 100});
     EXPECT_EQ(hex.GetAcross(), 11);
     EXPECT_EQ(hex.GetDown(), 5);
+}
+
+constexpr uint32_t kTag = ZoFourCC("TSK1");
+
+std::string Bytes(const std::function<void(ZoFolderFile&)>& write) {
+    ZoCompiledFile file(kTag, 1);
+    EXPECT_TRUE(file.Open(true, true));
+    write(file);
+    file.Close();
+    return file.ToBytes();
+}
+
+// One unnamed folder holding `values`; no folder at all when there are none.
+std::string RawRecord(const std::vector<int32_t>& values) {
+    return Bytes([&](ZoFolderFile& file) {
+        if (values.empty())
+            return;
+        ZoFolderGuard folder(file, true);
+        for (int32_t value : values)
+            file.WriteInt32(value);
+    });
+}
+
+// `grid` after reading `bytes`, which must leave no folder open.
+template <typename Grid>
+Grid ReadFrom(const std::string& bytes, Grid grid) {
+    ZoCompiledFile file = ZoCompiledFile::FromBytes(bytes, kTag);
+    EXPECT_TRUE(file.Open(false, false));
+    grid.Read(file);
+    EXPECT_EQ(file.GetDepth(), 0u);
+    return grid;
+}
+
+TEST(FixedGridRecordTest, WritesItsFieldsInOrderAndReadsThemBack) {
+    EXPECT_EQ(Bytes([](ZoFolderFile& f) { Grid(1, 7, 3).Write(f); }), RawRecord({1, 7, 3}));
+    EXPECT_EQ(Bytes([](ZoFolderFile& f) { Hex(9, 4).Write(f); }), RawRecord({9, 4}));
+    const TeskGridTriangulation grid = ReadFrom(RawRecord({1, 7, 3}), TeskGridTriangulation());
+    EXPECT_EQ((std::vector{grid.GetDiagonal(), grid.GetAcross(), grid.GetDown()}),
+              (std::vector{1, 7, 3}));
+    const TeskHexTriangulation hex = ReadFrom(RawRecord({9, 4}), TeskHexTriangulation());
+    EXPECT_EQ((std::vector{hex.GetAcross(), hex.GetDown()}), (std::vector{9, 4}));
+}
+
+TEST(FixedGridRecordTest, ShortOrDamagedRecordsFallBackToDefaults) {
+    struct Case {
+        const char* name;
+        std::vector<int32_t> record;
+        int32_t diagonal, across, down;  // the rectangular grid's reading
+        int32_t hexAcross, hexDown;      // the hexagonal grid's reading
+    };
+    const Case cases[] = {
+        {"missing folder", {}, 0, 5, 5, 5, 5},
+        {"one field", {1}, 1, 5, 5, 2, 5},
+        {"two fields", {1, 8}, 1, 8, 5, 2, 8},
+        {"counts too small", {0, 0, -4}, 0, 1, 1, 2, 1},
+        {"counts too large", {1, 1 << 30, 7}, 1, 10000, 7, 2, 10000},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const TeskGridTriangulation grid = ReadFrom(RawRecord(c.record), Grid(7, 30, 40));
+        EXPECT_EQ(grid.GetDiagonal(), c.diagonal);
+        EXPECT_EQ(grid.GetAcross(), c.across);
+        EXPECT_EQ(grid.GetDown(), c.down);
+        const TeskHexTriangulation hex = ReadFrom(RawRecord(c.record), Hex(30, 40));
+        EXPECT_EQ(hex.GetAcross(), c.hexAcross);
+        EXPECT_EQ(hex.GetDown(), c.hexDown);
+    }
 }
 
 }  // namespace

@@ -35,14 +35,6 @@ ZoPolyShape Square(double size) {
     return shape;
 }
 
-// An outer square and a square hole wound the other way, as a glyph's O is.
-ZoPolyShape SquareRing() {
-    ZoPolyShape shape;
-    AddPolygon(shape, {{-10, -10}, {10, -10}, {10, 10}, {-10, 10}});
-    AddPolygon(shape, {{-5, -5}, {-5, 5}, {5, 5}, {5, -5}});
-    return shape;
-}
-
 // The parabola from (0, 0) over the apex (5, −5) to (10, 0), closed by its chord.
 ZoPolyShape Arch() {
     ZoPolyShape shape;
@@ -101,22 +93,6 @@ TEST(PolyShapeTest, LineThatMissesKeepsOrRemovesTheWhole) {
     ZoPolyShape removed = square;
     EXPECT_TRUE(removed.Cut({100, 20}, {100, -20}));
     EXPECT_EQ(removed.ContourCount(), 0);
-}
-
-TEST(PolyShapeTest, RingCutThroughItsCentreLeavesOneContour) {
-    for (const auto& [a, b] : {std::pair<ZoDoublePoint, ZoDoublePoint>{{20, 0}, {-20, 0}},
-                               {{-20, 0}, {20, 0}},
-                               {{0, -20}, {0, 20}},
-                               {{20, 20}, {-20, -20}}}) {
-        const ZoPolyShape half = CutCopy(SquareRing(), a, b);
-        ASSERT_EQ(half.ContourCount(), 1);
-        EXPECT_NEAR(SignedArea(half), (400.0 - 100.0) / 2.0, 1e-9);
-        // Off the line on the kept side: the hole stays empty, the ring filled.
-        const double length = std::hypot(b.x - a.x, b.y - a.y);
-        const ZoDoublePoint kept{(a.y - b.y) / length, (b.x - a.x) / length};
-        EXPECT_EQ(Winding(half, {2.5 * kept.x, 2.5 * kept.y}), 0);
-        EXPECT_NE(Winding(half, {7.5 * kept.x, 7.5 * kept.y}), 0);
-    }
 }
 
 TEST(PolyShapeTest, QuadraticCutAtItsApexSplitsIntoTwoCurvesMeetingOnTheLine) {
@@ -213,54 +189,41 @@ constexpr ShapeKind kShapeKinds[] = {
     {"curved ring", true, true},
 };
 
-TEST(PolyShapeCutPropertyTest, KeptAndRemovedPartsAddUpToTheWholeSeed1123) {
+// The kept and removed parts add up to the whole, lie on their sides of the
+// line, and (for straight edges, which the winding count follows) hold every
+// inside point exactly once.
+TEST(PolyShapeCutPropertyTest, KeptAndRemovedPartsSplitTheWholeSeed1123) {
     RandomShapes random(1123);
     for (const ShapeKind& kind : kShapeKinds) {
         SCOPED_TRACE(kind.name);
         for (int trial = 0; trial < 200; ++trial) {
+            SCOPED_TRACE(trial);
             const ZoPolyShape whole = random.Star(kind.curved, kind.ring);
             const auto [a, b] = random.Line();
             const ZoPolyShape kept = CutCopy(whole, a, b);
             const ZoPolyShape removed = CutCopy(whole, b, a);
-            ASSERT_NEAR(SignedArea(kept) + SignedArea(removed), SignedArea(whole), 1e-9)
-                << "trial " << trial;
+            ASSERT_NEAR(SignedArea(kept) + SignedArea(removed), SignedArea(whole), 1e-9);
             for (const ZoPolyContour& contour : kept.Contours()) {
                 // A hole the line misses stays a hole, wound the other way.
                 if (!kind.ring) {
-                    EXPECT_GT(SignedArea(contour), 0.0) << "trial " << trial;
+                    EXPECT_GT(SignedArea(contour), 0.0);
                 }
                 for (const auto& record : contour) {
                     if (record.kind != ZoPolyPointKind::kQuadraticControl) {
-                        EXPECT_LE(ZoLineSide(a, b, record.point), 1e-12) << "trial " << trial;
+                        EXPECT_LE(ZoLineSide(a, b, record.point), 1e-12);
                     }
                 }
             }
-        }
-    }
-}
-
-TEST(PolyShapeCutPropertyTest, EveryInsidePointLandsInExactlyOnePartSeed2026) {
-    RandomShapes random(2026);
-    for (const ShapeKind& kind : kShapeKinds) {
-        if (kind.curved)
-            continue;  // the winding count below follows straight edges only
-        SCOPED_TRACE(kind.name);
-        for (int trial = 0; trial < 100; ++trial) {
-            const ZoPolyShape whole = random.Star(false, kind.ring);
-            const auto [a, b] = random.Line();
-            const ZoPolyShape kept = CutCopy(whole, a, b);
-            const ZoPolyShape removed = CutCopy(whole, b, a);
-            for (int sample = 0; sample < 200; ++sample) {
+            for (int sample = 0; sample < 100 && !kind.curved; ++sample) {
                 const ZoDoublePoint p{random.Uniform(-1.05, 1.05), random.Uniform(-1.05, 1.05)};
                 if (std::abs(ZoLineSide(a, b, p)) < 1e-9)
                     continue;
-                const bool inWhole = Winding(whole, p) != 0;
                 const bool inKept = Winding(kept, p) != 0;
                 const bool inRemoved = Winding(removed, p) != 0;
-                ASSERT_EQ(inWhole, inKept || inRemoved) << "trial " << trial;
-                ASSERT_FALSE(inKept && inRemoved) << "trial " << trial;
+                ASSERT_EQ(Winding(whole, p) != 0, inKept || inRemoved);
+                ASSERT_FALSE(inKept && inRemoved);
                 if (inKept) {
-                    ASSERT_LT(ZoLineSide(a, b, p), 0.0) << "trial " << trial;
+                    ASSERT_LT(ZoLineSide(a, b, p), 0.0);
                 }
             }
         }
