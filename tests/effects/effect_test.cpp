@@ -1,13 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 
 #include "editor/edit_transaction.h"
 #include "effect_fakes.h"
 #include "effects/cross_fade_effect.h"
 #include "effects/effect_update_hint.h"
-#include "effects/register_effects.h"
 #include "effects/wave_effect.h"
 #include "objects/image_object.h"
 #include "objects/solid_object.h"
@@ -17,9 +15,6 @@ namespace {
 using effect_test::FakeHost;
 using effect_test::FieldDump;
 
-const ZoGuid kCrossFadeGuid = *ZoGuid::Parse("{C61852BD-11F7-4250-8F28-CFBB0545D1F1}");
-const ZoGuid kWaveGuid = *ZoGuid::Parse("{8859A138-2D10-4985-B2D1-B3374EA20129}");
-
 ZoString ImageName(const TeskObject* object) {
     auto* image = dynamic_cast<const TeskImageObject*>(object);
     return image ? image->GetFileName().GetName() : "not an image";
@@ -28,72 +23,6 @@ ZoString ImageName(const TeskObject* object) {
 COLORREF SolidColour(const TeskObject* object) {
     auto* solid = dynamic_cast<const TeskSolidObject*>(object);
     return solid ? solid->GetColour() : kZoNoColour;
-}
-
-TEST(TeskEffectRegistry, HoldsEachCompilableEffectOnceInChooserOrder) {
-    TeskRegisterEffects();
-    TeskRegisterEffects();
-    ASSERT_GE(TeskEffect::GetCount(), 2);
-    const TeskEffectInfo& info = TeskEffect::GetInfo(0);
-    EXPECT_EQ(info.guid, kCrossFadeGuid);
-    EXPECT_EQ(info.name, "Cross Fade");
-    EXPECT_EQ(info.nameId, 107);
-    EXPECT_EQ(info.iconIndex, 1);
-    EXPECT_EQ(info.helpTopic, "::/html/Effects/CrossFadeEffect.htm");
-    EXPECT_EQ(TeskEffect::FindInfo(kCrossFadeGuid), &info);
-    const TeskEffectInfo& wave = TeskEffect::GetInfo(TeskEffect::GetCount() - 1);
-    EXPECT_EQ(wave.guid, kWaveGuid);
-    EXPECT_EQ(wave.name, "Wave");
-    EXPECT_EQ(wave.nameId, 135);
-    EXPECT_EQ(wave.iconIndex, 4);
-    EXPECT_EQ(wave.helpTopic, "::/html/Effects/WaveEffect.htm");
-
-    ZoAutoPtr<TeskEffect> effect;
-    TeskEffect::Create(kCrossFadeGuid, effect);
-    ASSERT_NE(dynamic_cast<TeskCrossFadeEffect*>(effect.get()), nullptr);
-    EXPECT_EQ(effect->GetFile(), nullptr);
-    TeskEffect::Create(kWaveGuid, effect);
-    EXPECT_NE(dynamic_cast<TeskWaveEffect*>(effect.get()), nullptr);
-    TeskEffect::Create(*ZoGuid::Parse("{00000000-0000-0000-0000-000000000001}"), effect);
-    EXPECT_EQ(effect, nullptr);
-    TeskEffect::Create(0, effect);
-    EXPECT_EQ(effect->GetInfo().guid, info.guid);
-}
-
-TEST(TeskEffect, DefaultsOfTheCommonBlockAndTheObjectSlots) {
-    TeskCrossFadeEffect fade;
-    TeskWaveEffect wave;
-    for (TeskEffect* effect : std::initializer_list<TeskEffect*>{&fade, &wave}) {
-        EXPECT_EQ(effect->GetTiming(), (TeskEffect::Timing{0, 0, 2000, 0, 0}));
-        EXPECT_EQ(effect->GetReservedBlock().reservedFlags, 0x1111u);
-        EXPECT_EQ(effect->GetReservedBlock().reservedRect, (ZoRect{0, 0, 100, 100}));
-        EXPECT_EQ(effect->GetFrameCount(12), 24);
-    }
-    EXPECT_EQ(fade.GetObjectCount(), 2);
-    EXPECT_EQ(ImageName(fade.GetObject(0)), "<PreviewImage1>");
-    EXPECT_EQ(ImageName(fade.GetObject(1)), "<PreviewImage2>");
-    EXPECT_EQ(fade.GetObject(7), fade.GetStartObject());
-    EXPECT_EQ(fade.GetObject(-1), fade.GetStartObject());
-    EXPECT_FALSE(fade.GetReturnToStart());
-    EXPECT_EQ(fade.GetReturnHold(), 0);
-
-    EXPECT_EQ(wave.GetObjectCount(), 1);
-    EXPECT_EQ(ImageName(wave.GetObject(0)), "<PreviewImage1>");
-    EXPECT_EQ(wave.GetObject(3), wave.GetWaveObject());
-    EXPECT_EQ(wave.GetWavelength(), 140);
-    EXPECT_EQ(wave.GetAmplitude(), 100);
-    EXPECT_EQ(wave.GetDirection(), 135);
-    EXPECT_EQ(wave.GetWaveStyle(), TeskWaveEffect::kContinuous);
-    EXPECT_EQ(wave.GetGridSettings(), TeskGridEffect::GridSettings{});
-    EXPECT_EQ(wave.GetGridSettings().maxTriangles, 50);
-    EXPECT_TRUE(wave.GetGridSettings().roundMovedLightPoints);
-    const Tesk3DEffect::Lighting& light = wave.GetLighting();
-    EXPECT_TRUE(light.useLighting);
-    EXPECT_EQ(light.brightness, 50);
-    EXPECT_EQ(light.lightColour, 0xFFFFFFu);
-    EXPECT_EQ(light.darkStrength, 100);
-    EXPECT_EQ(light.lightDirection, 135);
-    EXPECT_EQ(light.lightAngle, 30);
 }
 
 TEST(TeskEffect, CloneIsEqualAndSharesNoObject) {
@@ -114,6 +43,17 @@ TEST(TeskEffect, CloneIsEqualAndSharesNoObject) {
 
     static_cast<TeskWaveEffect&>(*copy).SetAmplitude(1, nullptr);
     EXPECT_EQ(wave.GetAmplitude(), 777);
+
+    // Swapping in a state takes only one of the effect's own state class.
+    const TeskEffect::State* mine = &wave.GetState();
+    ZoAutoPtr<TeskEffect::State> foreign = TeskCrossFadeEffect().GetState().Clone();
+    wave.SwapState(foreign);
+    EXPECT_EQ(&wave.GetState(), mine);
+    ASSERT_TRUE(foreign);
+    ZoAutoPtr<TeskEffect::State> own = copy->GetState().Clone();
+    wave.SwapState(own);
+    EXPECT_EQ(own.get(), mine);
+    EXPECT_EQ(wave.GetAmplitude(), 1);
 }
 
 TEST(TeskEffect, CopyFromTakesTimingAndTheSharedObjectSlotsOnly) {
@@ -142,18 +82,6 @@ TEST(TeskEffect, CopyFromTakesTimingAndTheSharedObjectSlotsOnly) {
     EXPECT_FALSE(back.GetReturnToStart());
 }
 
-TEST(TeskEffect, SwapStateTakesOnlyItsOwnStateClass) {
-    TeskCrossFadeEffect fade;
-    const TeskEffect::State* mine = &fade.GetState();
-    ZoAutoPtr<TeskEffect::State> foreign = TeskWaveEffect().GetState().Clone();
-    fade.SwapState(foreign);
-    EXPECT_EQ(&fade.GetState(), mine);
-    ASSERT_TRUE(foreign);
-    ZoAutoPtr<TeskEffect::State> own = std::make_unique<TeskCrossFadeEffect::CrossFadeState>();
-    fade.SwapState(own);
-    EXPECT_EQ(own.get(), mine);
-}
-
 TEST(TeskEffect, SettersSwapAStateCopyInsideATransactionAndChangeInPlaceWithout) {
     using Setter = std::function<void(TeskWaveEffect&, ZoEditor::ZoEditTransaction*)>;
     using Check = std::function<bool(const TeskWaveEffect&)>;
@@ -165,12 +93,8 @@ TEST(TeskEffect, SettersSwapAStateCopyInsideATransactionAndChangeInPlaceWithout)
     const std::vector<Case> cases = {
         {"Edit Wavelength", [](auto& w, auto* t) { w.SetWavelength(300, t); },
          [](auto& w) { return w.GetWavelength() == 300; }},
-        {"Edit Wave Style", [](auto& w, auto* t) { w.SetWaveStyle(TeskWaveEffect::kPulse, t); },
-         [](auto& w) { return w.GetWaveStyle() == TeskWaveEffect::kPulse; }},
         {"Edit Contrast", [](auto& w, auto* t) { w.SetContrast(0, t); },
          [](auto& w) { return w.GetLighting().contrast == 0; }},
-        {"Edit Dark Colour", [](auto& w, auto* t) { w.SetDarkColour(0x00FF00, t); },
-         [](auto& w) { return w.GetLighting().darkColour == 0x00FF00u; }},
         {"Edit Grid Across",
          [](auto& w, auto* t) {
              TeskGridEffect::GridSettings settings = w.GetGridSettings();
@@ -251,10 +175,6 @@ TEST(TeskEffectUpdateHint, ReversedKindsSwapInsertAndRemoveAndFoldUnknownIntoCha
         EXPECT_EQ(hint.GetKind(true), c.reversed) << c.kind;
     }
 }
-
-}  // namespace
-
-namespace {
 
 TEST(TeskCrossFadeEffect, ReverseSwapsTheObjectsInOneUndoableStep) {
     FakeHost host;

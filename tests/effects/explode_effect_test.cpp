@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <tuple>
 
-#include "effects/explode_pieces.h"
 #include "flash/swf_sequence.h"
 #include "media/swf_movie.h"
 #include "objects/solid_object.h"
@@ -15,72 +14,6 @@
 namespace {
 
 using Explode = TeskExplodeEffect;
-const ZoRect kRect{0, 0, 2000, 1600};
-
-Explode::MeshTriangleList Mesh(Explode& explode) {
-    TeskSWFMovie movie;
-    return explode.BuildMesh(movie, kRect);
-}
-
-TEST(ExplodeEffectTest, SharesComeFromTheSequenceSeededWithOne) {
-    Explode explode;
-    const Explode::MeshTriangleList mesh = Mesh(explode);
-    ASSERT_GT(mesh.size(), 2u);
-    const auto pieces = explode.MakeTriangleInfo(mesh, kRect);
-    // rand() seeded with 1 first gives 41; spread 100 ± 50 %.
-    EXPECT_DOUBLE_EQ(pieces[0].spreadFactor, 41 * 1.0 / 32767.0 + 0.5);
-    EXPECT_EQ(explode.MakeTriangleInfo(mesh, kRect)[1].travel, pieces[1].travel);
-
-    // Without spin a piece draws four values instead of five.
-    explode.SetSpin(0, nullptr);
-    const auto still = explode.MakeTriangleInfo(mesh, kRect);
-    EXPECT_EQ(still[0].spreadFactor, pieces[0].spreadFactor);
-    EXPECT_EQ(still[0].twist, 0.0);
-    EXPECT_NE(still[1].spreadFactor, pieces[1].spreadFactor);
-
-    // Without randomness every piece has the same spread, swirl and travel.
-    explode.SetSpin(200, nullptr);
-    explode.SetRandomness(0, nullptr);
-    const auto even = explode.MakeTriangleInfo(mesh, kRect);
-    for (const auto& piece : even) {
-        EXPECT_EQ(piece.spreadFactor, 1.0);
-        EXPECT_EQ(piece.swirlAngle, 2.0);
-        EXPECT_EQ(piece.travel, 2 * 2000.0);
-    }
-    EXPECT_NE(even[0].spinX, even[1].spinX);
-}
-
-TEST(ExplodeEffectTest, PiecesStartWholeAndOnlyTravelWithoutSpreadSwirlOrSpin) {
-    Explode explode;
-    explode.SetSpread(0, nullptr);
-    explode.SetSwirl(0, nullptr);
-    explode.SetSpin(0, nullptr);
-    Explode::MeshTriangleList mesh = Mesh(explode);
-    const auto pieces = explode.MakeTriangleInfo(mesh, kRect);
-    explode.MoveMesh(mesh, pieces, kRect, 0, 24);
-    for (const auto& piece : mesh) {
-        // At rest, but for a twip lost to rounding on the way out and back.
-        for (size_t k = 0; k < 3; ++k) {
-            EXPECT_LE(std::abs(piece.corners[k].x - piece.restCorners[k].x), 1);
-            EXPECT_LE(std::abs(piece.corners[k].y - piece.restCorners[k].y), 1);
-        }
-        EXPECT_EQ(piece.depth, piece.restDepth);
-        // Facing the viewer under the default light.
-        EXPECT_DOUBLE_EQ(piece.colourTransformation.GetScale(0), 221.0 / 255.0);
-    }
-    // Towards the viewer every piece grows about the centre, then passes
-    // 0.95 of the eye's distance and is left out.
-    explode.MoveMesh(mesh, pieces, kRect, 8, 24);
-    for (const auto& piece : mesh) {
-        const ZoPoint rest = piece.restCorners[0], moved = piece.corners[0];
-        EXPECT_GE(std::abs(moved.x - 1000), std::abs(rest.x - 1000));
-        EXPECT_GE(std::abs(moved.y - 800), std::abs(rest.y - 800));
-        EXPECT_NE(piece.depth, 0);
-    }
-    explode.MoveMesh(mesh, pieces, kRect, 23, 24);
-    for (const auto& piece : mesh)
-        EXPECT_EQ(piece.depth, 0);
-}
 
 std::vector<std::string> FramePlacements(Explode& explode) {
     TeskSWFMovie movie;

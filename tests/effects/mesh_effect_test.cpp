@@ -3,13 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "effect_fakes.h"
 #include "effects/wave_effect.h"
 #include "flash/swf_frame.h"
-#include "geometry/grid_triangulation.h"
 #include "geometry/mesh_checks.h"
-#include "media/swf_movie.h"
-#include "objects/solid_object.h"
 #include "platform/zo_random.h"
 
 namespace {
@@ -20,15 +16,6 @@ ZoSWFTransformation Transform(const TeskTriangle& p, const TeskTriangle& q) {
     ZoSWFTransformation t;
     EXPECT_TRUE(TeskMeshEffect::TriangleTransform(t, p[0], q[0], p[1], q[1], p[2], q[2]));
     return t;
-}
-
-TEST(MeshEffectTest, TriangleTransformOfUnmovedAndShiftedTriangles) {
-    const TeskTriangle rest{{{0, 0}, {1000, 0}, {1000, 700}}};
-    EXPECT_TRUE(Transform(rest, rest).ToRecord().IsIdentity());
-    const ZoSWFTransformation shifted = Transform(rest, {{{200, 0}, {1200, 0}, {1200, 700}}});
-    EXPECT_EQ(std::vector<double>(
-                  {shifted.A(), shifted.B(), shifted.C(), shifted.D(), shifted.Tx(), shifted.Ty()}),
-              std::vector<double>({1, 0, 0, 1, 200, 0}));
 }
 
 TEST(MeshEffectTest, WrittenMapsCarryRestCornersOntoMovedCornersSeed3) {
@@ -59,44 +46,6 @@ TEST(MeshEffectTest, WrittenMapsCarryRestCornersOntoMovedCornersSeed3) {
         }
         ++checked;
     }
-}
-
-TEST(MeshEffectTest, PlacesPiecesAtTheirDepthsAndLeavesHiddenOnesOut) {
-    TeskSWFMovie movie;
-    TeskSolidObject object;
-    TeskGridTriangulation grid;  // 2 × 1 cells: four triangles
-    grid.SetAcross(2);
-    grid.SetDown(1);
-    TeskMeshEffect::MeshTriangleList mesh;
-    TeskMeshEffect::BuildMeshTriangles(mesh, movie, object, {0, 0, 1001, 500}, grid, 0, 20.0, 100);
-    ASSERT_EQ(mesh.size(), 4u);
-    EXPECT_EQ(mesh[1].restCorners, (TeskTriangle{{{0, 0}, {500, 500}, {0, 500}}}));  // truncated
-    for (ZoPoint& p : mesh[1].corners)
-        p = {p.x + 33, p.y - 7};
-    mesh[2].depth = 0;
-    ZoFlash::ZoSWFFrame frame, snapped;
-    TeskMeshEffect::PlaceMeshTriangles(mesh, frame);
-    TeskMeshEffect::PlaceMeshTriangles(mesh, snapped, true);
-    const auto placed = frame.GetPlacements();
-    ASSERT_EQ(placed.size(), 3u);
-    EXPECT_EQ(std::vector<int>({placed[0].depth, placed[1].depth, placed[2].depth}),
-              std::vector<int>({100, 101, 103}));
-    EXPECT_EQ(placed[1].matrix.translateX.value, 33);
-    EXPECT_EQ(snapped.GetPlacements()[1].matrix.translateX.value, 40);  // whole pixels
-    EXPECT_EQ(snapped.GetPlacements()[1].matrix.translateY.value, 0);
-}
-
-TEST(GridEffectTest, BudgetsDivisorsAndFixedGridLimits) {
-    TeskWaveEffect wave;
-    ZoAutoPtr<TeskTriangulation> grid;
-    wave.BuildTriangulation({0, 0, 100, 100}, grid);
-    EXPECT_EQ(grid->GetTriangleCount(), 50);
-    wave.BuildTriangulation({0, 0, 100, 100}, grid, 45, 10);  // 50 / 10 raised to 8
-    EXPECT_EQ(grid->GetTriangleCount(), 8);
-    effect_test::SetFixedGrid(wave, TeskGridEffect::kRectangularNESW, 60, 3);
-    wave.BuildTriangulation({0, 0, 100, 100}, grid);
-    EXPECT_EQ(wave.GetGridSettings().across, 50);  // clamped in the settings themselves
-    EXPECT_EQ(grid->GetTriangleCount(), 300);
 }
 
 TEST(GridEffectTest, AutomaticGridsTileTheSquareWithinBudgetSeed11) {

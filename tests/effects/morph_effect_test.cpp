@@ -2,109 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <functional>
 
 #include "document/json_project.h"
 #include "effect_fakes.h"
-#include "effects/morph_frames.h"
 #include "effects/register_effects.h"
 #include "geometry/edit_grid_triangulation.h"
 #include "media/swf_movie.h"
 #include "objects/solid_object.h"
 #include "platform/compiled_file.h"
 #include "platform/zo_exception.h"
-#include "support/movie_check.h"
 
 namespace {
 
 using effect_test::FieldDump;
-
-TEST(TeskMorphFrames, StepsTurnAtTheMiddleAndCornersSnapToPixels) {
-    struct Case {
-        int32_t frame, frames;
-        bool returnToStart;
-        int32_t step, last;
-    };
-    for (const Case& c :
-         {Case{0, 24, false, 0, 23}, Case{22, 24, false, 22, 23}, Case{23, 24, false, 23, 23},
-          Case{11, 24, true, 11, 11}, Case{12, 24, true, 11, 11}, Case{13, 24, true, 10, 11},
-          Case{23, 24, true, 0, 11}, Case{0, 1, false, 0, 0}, Case{1, 2, true, 0, 0}}) {
-        const TeskMorphStep step = TeskMorphStepAt(c.frame, c.frames, c.returnToStart);
-        EXPECT_EQ(step.step, c.step) << c.frame << " of " << c.frames;
-        EXPECT_EQ(step.last, c.last) << c.frame << " of " << c.frames;
-    }
-    // Halfway from (0, 0) to (58, −62) is (29, −31), snapped with the
-    // remainder taking the sign of v + 10.
-    EXPECT_EQ(TeskMorphCorner({0, 0}, {58, -62}, {1, 2}), (ZoPoint{20, -20}));
-    EXPECT_EQ(TeskMorphCorner({30, -29}, {0, 0}, {0, 3}), (ZoPoint{40, 0}));
-    EXPECT_EQ(TeskMorphCorner({0, 0}, {-90, 90}, {1, 3}), (ZoPoint{-20, 40}));
-}
-
-/// A red-to-blue morph over a 100 × 50 movie at 12 frames per second.
-struct MorphMovie {
-    explicit MorphMovie(int32_t lengthMs, bool returnToStart = false, int32_t holdMs = 0) {
-        movie.SetWidth(100);
-        movie.SetHeight(50);
-        movie.SetFrameRate(12);
-        ZoAutoPtr<TeskObject> red = std::make_unique<TeskSolidObject>(0x0000FF);
-        ZoAutoPtr<TeskObject> blue = std::make_unique<TeskSolidObject>(0xFF0000);
-        morph.SetStartObject(red, nullptr);
-        morph.SetEndObject(blue, nullptr);
-        morph.SetEffectTime(lengthMs, nullptr);
-        morph.SetReturnToStart(returnToStart, nullptr);
-        morph.SetReturnHoldTime(holdMs, nullptr);
-    }
-    std::vector<SwfTest::Frame> Compile() {
-        movie.AddScene();
-        morph.Compile(movie, true);
-        written = SwfTest::WriteAndValidate(movie);
-        EXPECT_TRUE(written.result.problems.empty()) << written.Problems();
-        return written.result.movie.timeline.frames;
-    }
-
-    TeskSWFMovie movie;
-    TeskMorphEffect morph;
-    SwfTest::WrittenMovie written;
-};
-
-TEST(TeskMorphEffect, BlendsBothMeshesInsideTheMaskThenShowsTheEndObjectAlone) {
-    MorphMovie m(2000);
-    const std::vector<SwfTest::Frame> frames = m.Compile();
-    ASSERT_EQ(frames.size(), 24u);
-    constexpr int kTriangles = 50;
-    for (int i = 0; i < 23; ++i) {
-        const auto& list = frames[i].displayList;
-        ASSERT_EQ(list.size(), 1u + 2 * kTriangles) << "frame " << i;
-        EXPECT_EQ(list.at(100).clipDepth, 100 + 2 * kTriangles);
-        EXPECT_FALSE(list.at(101).cxform.hasMult);
-        const int alpha = static_cast<int>(std::lround(256.0 * i / 23));
-        EXPECT_EQ(list.at(101 + kTriangles).cxform.mult[3], alpha) << "frame " << i;
-    }
-    const auto& last = frames[23].displayList;
-    ASSERT_EQ(last.size(), 2u);
-    EXPECT_EQ(m.morph.GetEndObjectDepth(), 102 + 2 * kTriangles);
-    EXPECT_FALSE(last.at(m.morph.GetEndObjectDepth()).cxform.hasMult);
-}
-
-TEST(TeskMorphEffect, ReturnHoldsTheEndObjectAtTheTurnAndEndsWhereItStarted) {
-    MorphMovie m(2000, true, 500);
-    const std::vector<SwfTest::Frame> frames = m.Compile();
-    ASSERT_EQ(frames.size(), 30u);
-    for (int i = 11; i <= 18; ++i)
-        EXPECT_EQ(frames[i].displayList.size(), 2u) << "frame " << i;
-    EXPECT_EQ(frames[19].displayList.size(), 101u);
-    const auto& first = frames.front().displayList;
-    const auto& end = frames.back().displayList;
-    ASSERT_EQ(end.size(), first.size());
-    for (const auto& [depth, item] : first) {
-        EXPECT_TRUE(end.at(depth).cxform.SameValues(item.cxform)) << depth;
-        EXPECT_EQ(end.at(depth).matrix.translateX, item.matrix.translateX) << depth;
-    }
-
-    MorphMovie single(100);  // one frame: the end object at once
-    EXPECT_EQ(single.Compile().front().displayList.size(), 2u);
-}
 
 // An edited morph: a split cell, moved points in both sets, a reversed cut.
 void Edit(TeskMorphEffect& morph) {

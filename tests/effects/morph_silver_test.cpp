@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 
 #include "effects/morph_effect.h"
@@ -9,15 +8,12 @@
 #include "geometry/edit_grid_triangulation.h"
 #include "media/swf_movie.h"
 #include "objects/solid_object.h"
+#include "placement_record.h"
 #include "silver_file.h"
 
 namespace {
 
-std::string Line(const char* format, auto... values) {
-    char buffer[200];
-    std::snprintf(buffer, sizeof buffer, format, values...);
-    return buffer;
-}
+using effect_test::Format;
 
 // Per frame of a 100 × 80 movie at 12 frames per second: the step, every
 // triangle's travelling corners, and what the compiled frame places (count,
@@ -43,17 +39,17 @@ std::string Record(TeskMorphEffect& morph, int32_t lengthMs) {
     for (int32_t f = 0; f < scene.TotalFrames(); ++f) {
         const auto placements = scene.GetFrame(f)->GetPlacements();
         const ZoFlash::ZoSWFPlacement top = placements[placements.size() - 1];
-        text += Line("frame %d: %zu placements, the last at depth %d alpha %d\n", f,
-                     placements.size(), top.depth, top.cxform.alphaMult);
+        text += Format("frame %d: %zu placements, the last at depth %d alpha %d\n", f,
+                       placements.size(), top.depth, top.cxform.alphaMult);
     }
     for (int32_t f = 0; f < frames; ++f) {
         const TeskMorphStep step = TeskMorphStepAt(f, frames, morph.GetReturnToStart());
-        text += Line("step %d of %d\n", step.step, step.last);
+        text += Format("step %d of %d\n", step.step, step.last);
         if (step.ShowsEnd())
             continue;
         for (const TeskTriangle& c : TeskMorphCorners(tracks, step)) {
-            text += Line("  (%d, %d) (%d, %d) (%d, %d)\n", c[0].x, c[0].y, c[1].x, c[1].y, c[2].x,
-                         c[2].y);
+            text += Format("  (%d, %d) (%d, %d) (%d, %d)\n", c[0].x, c[0].y, c[1].x, c[1].y, c[2].x,
+                           c[2].y);
         }
     }
     return text;

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "effects/effect.h"
+#include "effects/light_model.h"
 #include "flash/swf_sequence.h"
 #include "media/swf_movie.h"
 #include "objects/solid_object.h"
@@ -38,6 +39,18 @@ inline std::string RecordPlacements(const TeskSWFMovie& movie) {
         }
     }
     return text;
+}
+
+/// Brighter, less contrasting and coloured, from the lower left and higher.
+inline TeskLighting ColouredLight() {
+    TeskLighting lighting;
+    lighting.brightness = 70;
+    lighting.contrast = 30;
+    lighting.lightColour = 0x40FFFF;
+    lighting.darkColour = 0x800000;
+    lighting.lightDirection = 300;
+    lighting.lightAngle = 50;
+    return lighting;
 }
 
 /// `effect` alone, `lengthMs` long, over a 100 × 80 movie at 12 frames per

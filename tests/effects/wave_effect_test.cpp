@@ -5,13 +5,10 @@
 
 #include <cmath>
 
-#include "document/file.h"
 #include "effects/wave_surface.h"
-#include "flash/byte_stream.h"
 #include "flash/swf_sequence.h"
 #include "media/swf_movie.h"
 #include "objects/solid_object.h"
-#include "publish/movie_compiler.h"
 #include "support/movie_check.h"
 
 namespace {
@@ -89,16 +86,6 @@ TEST(WaveEffectTest, AFlatUnlitWaveWritesItsPiecesOnceOnly) {
               static_cast<int>(movie.GetScene(0)->GetFrame(0)->GetPlacements().size()));
     for (size_t i = 1; i < frames.size(); ++i)
         EXPECT_EQ(frames[i].placeTags + frames[i].removeTags, 0) << i;
-}
-
-TEST(WaveEffectTest, ADefaultDocumentCompilesToTwentyFourFramesAtTwelvePerSecond) {
-    ZoFlash::ZoFMemorySink sink;
-    TeskBuildMovie(TeskFile())->WriteMovie(sink);
-    const SwfTest::Validation result = SwfTest::ValidateSwf(sink.Bytes());
-    EXPECT_TRUE(result.problems.empty());
-    EXPECT_EQ(result.movie.frameCount, 24);
-    EXPECT_EQ(result.movie.frameRate, 12 << 8);
-    EXPECT_EQ(result.movie.timeline.frames[0].displayList.size(), 100u);  // 50 pieces, 50 lights
 }
 
 }  // namespace

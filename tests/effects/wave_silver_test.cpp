@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <map>
 #include <string>
 
@@ -9,15 +8,12 @@
 #include "flash/swf_sequence.h"
 #include "media/swf_movie.h"
 #include "objects/solid_object.h"
+#include "placement_record.h"
 #include "silver_file.h"
 
 namespace {
 
-std::string Format(const char* format, auto... values) {
-    char buffer[160];
-    std::snprintf(buffer, sizeof buffer, format, values...);
-    return buffer;
-}
+using effect_test::Format;
 
 // Per frame: each mesh triangle's depth, moved corners and corner lights as
 // the wave computes them, then every placement of the compiled frame with its
@@ -72,14 +68,7 @@ TEST(WaveSilverTest, PulseOnATriangularGridWithColouredLight) {
     wave.SetDirection(200, nullptr);
     wave.SetAmplitude(300, nullptr);
     wave.SetWavelength(60, nullptr);
-    TeskLighting lighting;
-    lighting.brightness = 70;
-    lighting.contrast = 30;
-    lighting.lightColour = 0x40FFFF;
-    lighting.darkColour = 0x800000;
-    lighting.lightDirection = 300;
-    lighting.lightAngle = 50;
-    wave.SetLighting(lighting, nullptr);
+    wave.SetLighting(effect_test::ColouredLight(), nullptr);
     EXPECT_TRUE(effect_test::MatchesSilver("wave_pulse.txt", Record(wave, 667)));
 }
 
