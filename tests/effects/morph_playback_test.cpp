@@ -11,12 +11,16 @@
 #include "effects/morph_effect.h"
 #include "geometry/edit_grid_triangulation.h"
 #include "objects/solid_object.h"
+#include "pixel_misses.h"
 #include "playback/pixel_checks.h"
 #include "playback/playback_movie.h"
 #include "publish/movie_compiler.h"
 
 namespace {
 
+using effect_test::AtMost;
+using effect_test::CountMisses;
+using effect_test::Everywhere;
 using playback::Rgba;
 
 // Skewed in both point sets, with a split cell and a reversed cut, so that
@@ -58,46 +62,20 @@ void WriteMorph(const std::filesystem::path& path) {
 
 const playback::PlaybackMovie kMorph("morph", {0, 12, 23}, WriteMorph);
 
-// How many pixels of `frame` fail `is`, the first few spelt out.
-struct Misses {
-    int count = 0;
-    std::string first;
-};
-Misses CountMisses(int frame, const std::function<bool(Rgba)>& is) {
-    const playback::PngImage picture = kMorph.Frame(frame);
-    Misses misses;
-    for (int y = 0; y < picture.Height(); ++y) {
-        for (int x = 0; x < picture.Width(); ++x) {
-            const Rgba p = picture.At(x, y);
-            if (is(p) || misses.count++ >= 3)
-                continue;
-            misses.first += " (" + std::to_string(x) + ", " + std::to_string(y) + ") is " +
-                            std::to_string(p.r) + " " + std::to_string(p.g) + " " +
-                            std::to_string(p.b);
-        }
-    }
-    return misses;
-}
-
-testing::AssertionResult AtMost(int allowed, const Misses& misses) {
-    if (misses.count <= allowed)
-        return testing::AssertionSuccess();
-    return testing::AssertionFailure() << misses.count << " pixels:" << misses.first;
-}
-
 TEST(MorphPlayback, StartsRedEndsBlueAndMixesWithoutSeams) {
-    EXPECT_TRUE(AtMost(0, CountMisses(0, [](Rgba p) {
+    EXPECT_TRUE(AtMost(0, CountMisses(kMorph.Frame(0), Everywhere, [](Rgba p) {
                            return ChannelDistance(p, {255, 0, 0}) <= 4;
                        })));
-    EXPECT_TRUE(AtMost(0, CountMisses(23, [](Rgba p) {
+    EXPECT_TRUE(AtMost(0, CountMisses(kMorph.Frame(23), Everywhere, [](Rgba p) {
                            return ChannelDistance(p, {0, 0, 255}) <= 4;
                        })));
     // Halfway the blue mesh lies at 12/23 strength over the red one. The
     // start mesh is enlarged to overlap, so the green background shows
     // nowhere; the translucent end mesh is not (overlaps would show darker),
     // so a few hairlines along its edges let a little more red through.
-    EXPECT_TRUE(AtMost(0, CountMisses(12, [](Rgba p) { return p.g <= 8 && p.r + p.b >= 245; })));
-    EXPECT_TRUE(AtMost(160 * 120 / 100, CountMisses(12, [](Rgba p) {
+    EXPECT_TRUE(AtMost(0, CountMisses(kMorph.Frame(12), Everywhere,
+                                      [](Rgba p) { return p.g <= 8 && p.r + p.b >= 245; })));
+    EXPECT_TRUE(AtMost(160 * 120 / 100, CountMisses(kMorph.Frame(12), Everywhere, [](Rgba p) {
                            return ChannelDistance(p, {122, 0, 133}) <= 6;
                        })));
 }

@@ -16,12 +16,18 @@
 #include "effects/twist_effect.h"
 #include "media/swf_movie.h"
 #include "objects/solid_object.h"
+#include "pixel_misses.h"
 #include "playback/pixel_checks.h"
 #include "playback/playback_movie.h"
 #include "publish/movie_compiler.h"
 
 namespace {
 
+using effect_test::AtMost;
+using effect_test::CountMisses;
+using effect_test::DistanceToSegment;
+using effect_test::Everywhere;
+using effect_test::Inside;
 using playback::PngImage;
 using playback::Rgb;
 
@@ -90,78 +96,29 @@ bool MostlyObject(playback::Rgba p, double share) {
     return p.b - p.g <= share * 255.0 && p.r >= 60;
 }
 
-// The pixels (x, y) for which `where` holds and the frame's colour fails
-// `is`, with the first few of them spelt out.
-struct Misses {
-    int count = 0;
-    std::string first;
-};
-Misses CountMisses(const PngImage& frame, const std::function<bool(int, int)>& where,
-                   const std::function<bool(playback::Rgba)>& is) {
-    Misses misses;
-    for (int y = 0; y < frame.Height(); ++y) {
-        for (int x = 0; x < frame.Width(); ++x) {
-            const playback::Rgba p = frame.At(x, y);
-            if (!where(x, y) || is(p))
-                continue;
-            if (misses.count++ < 3) {
-                misses.first += "(" + std::to_string(x) + ", " + std::to_string(y) + ") shows " +
-                                std::to_string(p.r) + " " + std::to_string(p.g) + " " +
-                                std::to_string(p.b) + "; ";
-            }
-        }
-    }
-    return misses;
-}
-
-testing::AssertionResult None(const Misses& misses) {
-    if (misses.count == 0)
-        return testing::AssertionSuccess();
-    return testing::AssertionFailure() << misses.count << " pixels, " << misses.first;
-}
-
-const auto kEverywhere = [](int, int) { return true; };
-
 bool NearlyEqual(playback::Rgba p, Rgb expected) {
     return playback::ChannelDistance(p, expected) <= 6;
 }
 
 TEST(ThreeDPlayback, CurlUpStartsWholeAndPeelsAwayFromTheTopLeft) {
     const Rgb lit = LitRed();
-    EXPECT_TRUE(None(
-        CountMisses(kCurlUp.Frame(0), kEverywhere, [&](auto p) { return NearlyEqual(p, lit); })));
+    EXPECT_TRUE(AtMost(
+        0, CountMisses(kCurlUp.Frame(0), Everywhere, [&](auto p) { return NearlyEqual(p, lit); })));
     const PngImage middle = kCurlUp.Frame(12);
     EXPECT_TRUE(IsBlue(middle.At(3, 3)));
     EXPECT_TRUE(NearlyEqual(middle.At(kWidth - 4, kHeight - 4), lit));
-    EXPECT_TRUE(None(CountMisses(kCurlUp.Frame(23), kEverywhere, IsBlue)));
+    EXPECT_TRUE(AtMost(0, CountMisses(kCurlUp.Frame(23), Everywhere, IsBlue)));
 }
 
 TEST(ThreeDPlayback, ExplodeStartsWholeAndEndsWithEveryPiecePastTheEye) {
     const Rgb lit = LitRed();
-    EXPECT_TRUE(None(
-        CountMisses(kExplode.Frame(0), kEverywhere, [&](auto p) { return NearlyEqual(p, lit); })));
+    EXPECT_TRUE(AtMost(0, CountMisses(kExplode.Frame(0), Everywhere,
+                                      [&](auto p) { return NearlyEqual(p, lit); })));
     const PngImage middle = kExplode.Frame(12);
-    const int notBlue = CountMisses(middle, kEverywhere, IsBlue).count;
+    const int notBlue = CountMisses(middle, Everywhere, IsBlue).count;
     EXPECT_GT(notBlue, 0);
     EXPECT_LT(notBlue, kWidth * kHeight);
-    EXPECT_TRUE(None(CountMisses(kExplode.Frame(23), kEverywhere, IsBlue)));
-}
-
-bool Inside(const std::vector<ZoPoint>& convex, double x, double y) {
-    for (size_t k = 0; k < convex.size(); ++k) {
-        const ZoPoint a = convex[k], b = convex[(k + 1) % convex.size()];
-        if ((b.x - a.x) * (y - a.y) - (b.y - a.y) * (x - a.x) < 0.0)
-            return false;
-    }
-    return true;
-}
-
-double DistanceToSegment(ZoPoint a, ZoPoint b, double x, double y) {
-    const double dx = b.x - a.x, dy = b.y - a.y;
-    const double length = dx * dx + dy * dy;
-    const double s =
-        length > 0.0 ? std::clamp(((x - a.x) * dx + (y - a.y) * dy) / length, 0.0, 1.0) : 0.0;
-    return std::hypot(x - a.x - s * dx, y - a.y - s * dy);
+    EXPECT_TRUE(AtMost(0, CountMisses(kExplode.Frame(23), Everywhere, IsBlue)));
 }
 
 // The convex hull, clockwise on screen, of every corner of the cube's faces.
@@ -216,8 +173,8 @@ TEST(ThreeDPlayback, TheCubeIsClosedAndLitRedWhereverItStands) {
         };
         // Faces overlap where they meet: not even a hairline of the
         // background shows between them.
-        EXPECT_TRUE(
-            None(CountMisses(picture, deepInside, [](auto p) { return MostlyObject(p, 0.01); })));
+        EXPECT_TRUE(AtMost(
+            0, CountMisses(picture, deepInside, [](auto p) { return MostlyObject(p, 0.01); })));
         EXPECT_TRUE(IsLitRed(picture.At(kWidth / 2, kHeight / 2)));
         EXPECT_TRUE(IsBlue(picture.At(2, 2)));
         EXPECT_TRUE(IsBlue(picture.At(kWidth - 3, kHeight - 3)));
@@ -260,9 +217,10 @@ TEST(ThreeDPlayback, TheTwistKeepsEndAAndShowsTheBackgroundWhereItStandsEdgeOn) 
         SCOPED_TRACE(frame);
         const PngImage picture = kTwist.Frame(frame);
         twist.MoveMesh(mesh, kRect, frame, 24, light);
-        EXPECT_TRUE(None(CountMisses(
-            picture, [&](int x, int y) { return InsideTwistedRibbon(mesh, x, y); },
-            [](auto p) { return MostlyObject(p, 0.05); })));
+        EXPECT_TRUE(
+            AtMost(0, CountMisses(
+                          picture, [&](int x, int y) { return InsideTwistedRibbon(mesh, x, y); },
+                          [](auto p) { return MostlyObject(p, 0.05); })));
         // Half way up the axis the ribbon stands edge on.
         EXPECT_TRUE(IsBlue(picture.At(3, kHeight / 2)));
         EXPECT_TRUE(IsBlue(picture.At(kWidth - 4, kHeight / 2)));

@@ -11,6 +11,7 @@
 #include "flash/swf_sequence.h"
 #include "media/swf_movie.h"
 #include "objects/solid_object.h"
+#include "pixel_misses.h"
 #include "playback/pixel_checks.h"
 #include "playback/playback_movie.h"
 #include "publish/movie_compiler.h"
@@ -56,15 +57,6 @@ const playback::PlaybackMovie kWhole("wave_whole_object", {0}, [](const auto& pa
     movie->WriteMovieFile();
 });
 
-bool Inside(const TeskTriangle& t, double x, double y) {
-    for (int k = 0; k < 3; ++k) {
-        const ZoPoint a = t[k], b = t[(k + 1) % 3];
-        if ((b.x - a.x) * (y - a.y) - (b.y - a.y) * (x - a.x) < 0.0)
-            return false;
-    }
-    return true;
-}
-
 // Whether pixel (x, y) lies inside the moved mesh, `margin` pixels clear of
 // the moved outline (the moved edges of pieces on the object's border).
 bool InsideObject(const TeskMeshEffect::MeshTriangleList& mesh, const ZoRect& rect, int x, int y,
@@ -72,16 +64,13 @@ bool InsideObject(const TeskMeshEffect::MeshTriangleList& mesh, const ZoRect& re
     const double px = (x + 0.5) * 20.0, py = (y + 0.5) * 20.0;
     bool covered = false;
     for (const auto& t : mesh) {
-        covered = covered || Inside(t.corners, px, py);
+        covered = covered || effect_test::Inside({t.corners.begin(), t.corners.end()}, px, py);
         for (int k = 0; k < 3; ++k) {
             const ZoPoint p = t.restCorners[k], q = t.restCorners[(k + 1) % 3];
             const bool border = (p.x == q.x && (p.x == rect.left || p.x == rect.right)) ||
                                 (p.y == q.y && (p.y == rect.top || p.y == rect.bottom));
-            const ZoPoint a = t.corners[k], b = t.corners[(k + 1) % 3];
-            const double dx = b.x - a.x, dy = b.y - a.y;
-            const double s =
-                std::clamp(((px - a.x) * dx + (py - a.y) * dy) / (dx * dx + dy * dy), 0.0, 1.0);
-            if (border && std::hypot(px - a.x - s * dx, py - a.y - s * dy) < margin * 20.0)
+            if (border && effect_test::DistanceToSegment(t.corners[k], t.corners[(k + 1) % 3], px,
+                                                         py) < margin * 20.0)
                 return false;
         }
     }
