@@ -8,6 +8,7 @@
 
 #include "app/angle_dial.h"
 #include "app/colour_button.h"
+#include "app/context_help.h"
 #include "app/edit_batch.h"
 #include "app/slider_field.h"
 #include "effects/three_d_effect.h"
@@ -25,7 +26,8 @@ QLabel* MakeTitle(const char* text) {
 
 }  // namespace
 
-TeskLightingControl::TeskLightingControl(TeskFile& document, Tesk3DEffect& effect, QWidget* parent)
+TeskLightingControl::TeskLightingControl(TeskFile& document, Tesk3DEffect& effect,
+                                         const TeskHelpViewer* help, QWidget* parent)
     : QFrame(parent), document_(document), effect_(effect), apply_([this] { Apply(); }) {
     setObjectName(QStringLiteral("lightingControl"));
     setFrameShape(QFrame::StyledPanel);
@@ -50,6 +52,17 @@ TeskLightingControl::TeskLightingControl(TeskFile& document, Tesk3DEffect& effec
     };
     for (const auto& [caption, control] : rows)
         form->addRow(QString::fromUtf8(caption), control);
+    const std::pair<const char*, QWidget*> names[] = {
+        {"useLighting", useLighting_},     {"brightness", brightness_},
+        {"contrast", contrast_},           {"lightColour", lightColour_},
+        {"lightStrength", lightStrength_}, {"darkColour", darkColour_},
+        {"darkStrength", darkStrength_},   {"lightDirection", lightDirection_},
+        {"lightAngle", lightAngle_},
+    };
+    for (const auto& [name, control] : names)
+        control->setObjectName(QString::fromUtf8(name));
+    if (help)
+        TeskInstallContextHelp(*this, *help, kContextHelpFile);
 
     connect(useLighting_, &QCheckBox::toggled, this, [this] {
         UpdateEnabled();

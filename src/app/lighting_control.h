@@ -13,6 +13,7 @@ class QCheckBox;
 class TeskAngleDial;
 class TeskColourButton;
 class TeskFile;
+class TeskHelpViewer;
 class TeskSliderField;
 class Tesk3DEffect;
 
@@ -31,7 +32,12 @@ class TeskLightingControl final : public QFrame {
     static constexpr const char* kLightAngleName = "Edit Light Angle";
     static constexpr const char* kLightingName = "Edit Lighting";
 
-    TeskLightingControl(TeskFile& document, Tesk3DEffect& effect, QWidget* parent = nullptr);
+    /// The panel's What's This texts.
+    static constexpr const char* kContextHelpFile = "::/LightingControl.txt";
+
+    /// With `help`, the panel's fields explain themselves (What's This).
+    TeskLightingControl(TeskFile& document, Tesk3DEffect& effect,
+                        const TeskHelpViewer* help = nullptr, QWidget* parent = nullptr);
 
     /// Shows the effect's lighting.
     void Load();

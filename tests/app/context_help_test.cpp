@@ -8,11 +8,13 @@
 #include "app/editor_app.h"
 #include "app/editor_window.h"
 #include "app/grid_combo.h"
+#include "app/lighting_control.h"
 #include "app/link_url_dialog.h"
 #include "app/movie_properties_dialog.h"
 #include "app/object_dialog.h"
 #include "app/publish_dialog.h"
 #include "document/file.h"
+#include "effects/cube_effect.h"
 
 namespace {
 
@@ -99,11 +101,14 @@ TEST_F(ShippedContextHelp, TheObjectDialogAndEachKindsPageExplainTheirControls) 
     }
 }
 
-TEST_F(ShippedContextHelp, TheGridPanelExplainsItsFields) {
+TEST_F(ShippedContextHelp, TheGridAndLightingPanelsExplainTheirFields) {
     auto* effect = dynamic_cast<TeskGridEffect*>(app_.GetDocument().GetEffect(0));
     ASSERT_NE(effect, nullptr) << "a new document starts with a grid effect";
     TeskGridCombo combo(app_.GetDocument(), *effect, &app_.GetHelp());
     ExpectEveryTopicShown(*combo.GetPopup(), TeskGridCombo::kContextHelpFile);
+    TeskCubeEffect cube;
+    TeskLightingControl lighting(app_.GetDocument(), cube, &app_.GetHelp());
+    ExpectEveryTopicShown(lighting, TeskLightingControl::kContextHelpFile);
 }
 
 }  // namespace

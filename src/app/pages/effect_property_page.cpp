@@ -167,7 +167,7 @@ TeskObjectSlot* TeskEffectPropertyPage::AddObjectSlot(int slot, const char* titl
 }
 
 TeskLightingControl* TeskEffectPropertyPage::AddLightingControl(Tesk3DEffect& effect) {
-    auto* lighting = new TeskLightingControl(context_.document, effect);
+    auto* lighting = new TeskLightingControl(context_.document, effect, context_.help);
     lightingControls_.push_back(lighting);
     auto* button =
         new TeskDropDownButton(QStringLiteral("Lighting"), TeskLightingControl::Icon(), lighting);
