@@ -6,12 +6,16 @@ SHELL := /bin/bash
 SANITIZE ?= 0
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 60
+# Both configurations keep their Ruffle captures in one folder: the movies are
+# the same bytes, so the sanitizer run after a release run plays nothing again.
+PLAYBACK_FLAGS := -DVIMBO_PLAYBACK_WORK_DIR=$(CURDIR)/build/playback
 ifeq ($(SANITIZE),1)
   BUILD_DIR := build/asan
-  CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=Debug -DVIMBO_SANITIZE=ON
+  # The benchmarks are built (and kept compiling) by the release configuration.
+  CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=Debug -DVIMBO_SANITIZE=ON -DVIMBO_BENCH=OFF $(PLAYBACK_FLAGS)
 else
   BUILD_DIR := build/release
-  CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=Release
+  CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=Release $(PLAYBACK_FLAGS)
 endif
 VIMBO := $(BUILD_DIR)/src/vimbo
 

@@ -19,9 +19,9 @@ namespace {
 const std::filesystem::path kWorkRoot = VIMBO_PLAYBACK_WORK_DIR;
 const std::filesystem::path kRunnerDir = VIMBO_PLAYBACK_RUNNER_DIR;
 
-// Long enough for one CTest run of a program, short enough that a later run
-// plays the movies again.
-constexpr auto kReuseWindow = std::chrono::minutes(10);
+// Long enough for a release run and the sanitizer run after it, which share
+// their captures; short enough that a later run plays the movies again.
+constexpr auto kReuseWindow = std::chrono::minutes(30);
 
 struct Registration {
     std::string name;
