@@ -11,8 +11,7 @@ FUZZ_SECONDS ?= 60
 PLAYBACK_FLAGS := -DVIMBO_PLAYBACK_WORK_DIR=$(CURDIR)/build/playback
 ifeq ($(SANITIZE),1)
   BUILD_DIR := build/asan
-  # The benchmarks are built (and kept compiling) by the release configuration.
-  CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=Debug -DVIMBO_SANITIZE=ON -DVIMBO_BENCH=OFF $(PLAYBACK_FLAGS)
+  CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=Debug -DVIMBO_SANITIZE=ON $(PLAYBACK_FLAGS)
 else
   BUILD_DIR := build/release
   CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=Release $(PLAYBACK_FLAGS)
