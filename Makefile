@@ -6,6 +6,9 @@ SHELL := /bin/bash
 SANITIZE ?= 0
 JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 60
+# Fuzzing runs briefly: a lighter optimisation and line tables only build in
+# three quarters of the time, and still name the line of every crash.
+FUZZ_OPTIMISE := -O1 -gline-tables-only -DNDEBUG
 # Both configurations keep their Ruffle captures in one folder: the movies are
 # the same bytes, so the sanitizer run after a release run plays nothing again.
 PLAYBACK_FLAGS := -DVIMBO_PLAYBACK_WORK_DIR=$(CURDIR)/build/playback
@@ -42,6 +45,7 @@ bench: setup
 
 fuzz: setup
 	@CC=clang CXX=clang++ cmake -S . -B build/fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	    "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=$(FUZZ_OPTIMISE)" \
 	    -DVIMBO_FUZZ=ON -DVIMBO_APP=OFF -DVIMBO_BENCH=OFF >/dev/null
 	@cmake --build build/fuzz -j $(JOBS) --target fuzzers
 	@scripts/run-fuzzers build/fuzz/fuzz $(FUZZ_SECONDS)
